@@ -1,0 +1,200 @@
+/*
+ * orvan.h: the public interface of liborvan, a chess game database library.
+ *
+ * A host opens game files and a key database, reads, writes and searches
+ * games, walks through their moves, and brings games in and out as PGN.
+ *
+ * Conventions that hold for every operation unless its comment says otherwise:
+ *  - Results are 32-bit integers; most operations return 1 for done, 0 for failed.
+ *  - Text goes into the caller's buffer with a size; it is always terminated
+ *    (when the size is above 0) and cut without notice.
+ *  - Text at this boundary is Windows-1252; text inside the game store and the
+ *    key database is code page 437.
+ *  - Game numbers count from 1.
+ *  - Game file and game buffer handles are opaque 32-bit values, 0 meaning none.
+ *    A handle that is not open gets the operation's failure result.
+ *  - Values that belong to the host and are passed on untouched to its callbacks
+ *    are intptr_t, so that a host can pass a pointer.
+ *  - The header compiles as C (C11) and as C++.
+ */
+#ifndef ORVAN_H
+#define ORVAN_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define ORVAN_API __attribute__((visibility("default")))
+#else
+#define ORVAN_API
+#endif
+
+#ifdef __cplusplus
+#define ORVAN_STATIC_ASSERT static_assert
+extern "C" {
+#else
+#define ORVAN_STATIC_ASSERT _Static_assert
+#endif
+
+/* ------------------------------------------------------------------------ */
+/* Handles                                                                   */
+/* ------------------------------------------------------------------------ */
+
+typedef uint32_t OvGameFile;   /* an open game file, 0 = none */
+typedef uint32_t OvGameBuffer; /* a game buffer holding one game, 0 = none */
+
+/* ------------------------------------------------------------------------ */
+/* Platform services                                                          */
+/* ------------------------------------------------------------------------ */
+
+/*
+ * Receives each debug trace record of the library, e.g. "OrvanDll: ...".
+ * `text` is terminated and valid only during the call. `user` is the value
+ * given to OvSetDebugSink.
+ */
+typedef void (*OvDebugSink)(const char* text, intptr_t user);
+
+/*
+ * Sets the receiver of debug trace records; null drops them (the default).
+ * The sink may be called from any thread that calls into the library, and
+ * must not call back into the library. Thread-safe.
+ */
+ORVAN_API void OvSetDebugSink(OvDebugSink sink, intptr_t user);
+
+/* Message box styles the library uses. */
+#define OV_MB_OK 0x00000000u
+#define OV_MB_ICONSTOP 0x00000010u
+#define OV_MB_ICONEXCLAMATION 0x00000030u
+/* The answer of a box with only an OK button. */
+#define OV_IDOK 1
+
+/*
+ * Shows a message box for the library: `owner` is the window handle the caller
+ * passed (always null in this library), `text` and `caption` are terminated,
+ * `style` is a combination of OV_MB_* values. Returns the button chosen.
+ */
+typedef int32_t (*OvMessageSink)(void* owner, const char* text, const char* caption,
+                                 uint32_t style, intptr_t user);
+
+/*
+ * Sets the receiver of message boxes. With none set (the default, or null),
+ * the caption and the text go to standard error and the box counts as
+ * answered with OV_IDOK. Thread-safe.
+ */
+ORVAN_API void OvSetMessageSink(OvMessageSink sink, intptr_t user);
+
+/* ------------------------------------------------------------------------ */
+/* Frame                                                                     */
+/* ------------------------------------------------------------------------ */
+
+/* Version word: first number in the high 16 bits, second in the low 16 bits. */
+#define OV_VERSION_WORD 0x00010000u
+
+/*
+ * The version handshake. Stores this library's version word (1.0) through
+ * `version` and 0 through `secondVersion`; either may be null. Asks both sibling
+ * libraries for their version words; a sibling older than 1.0 gets a
+ * "Version conflict" message box (key database first, then game store).
+ * Returns 1 when both siblings are acceptable, else 0. Changes nothing.
+ * Thread-safe.
+ */
+ORVAN_API int32_t OvGetVersion(uint32_t* version, uint32_t* secondVersion);
+
+/* ------------------------------------------------------------------------ */
+/* Chess core: position record and moves                                     */
+/* ------------------------------------------------------------------------ */
+
+/* Piece codes of sPosition: bit 8 marks white, the low three bits the kind. */
+enum {
+    OV_EMPTY = 0,
+    OV_BLACK_PAWN = 1, OV_BLACK_KNIGHT = 2, OV_BLACK_BISHOP = 3,
+    OV_BLACK_ROOK = 4, OV_BLACK_QUEEN = 5, OV_BLACK_KING = 6,
+    OV_WHITE_PAWN = 9, OV_WHITE_KNIGHT = 10, OV_WHITE_BISHOP = 11,
+    OV_WHITE_ROOK = 12, OV_WHITE_QUEEN = 13, OV_WHITE_KING = 14
+};
+
+/* No en passant square. */
+#define OV_NO_EP_SQUARE 64
+
+#pragma pack(push, 1)
+/*
+ * The public position record, 70 bytes. Squares are 8 * rank + file, a1 = 0,
+ * h8 = 63. Castling fields: 0 right gone, 1 right stands with the rook on its
+ * corner, n > 1 right stands with the rook on square n - 1.
+ */
+typedef struct sPosition {
+    uint8_t board[64];
+    uint8_t sideToMove;       /* 1 white to move, 0 black to move */
+    uint8_t epSquare;         /* square a pawn may capture en passant on, 64 none */
+    uint8_t castleWhiteLong;
+    uint8_t castleWhiteShort;
+    uint8_t castleBlackLong;
+    uint8_t castleBlackShort;
+} sPosition;
+#pragma pack(pop)
+ORVAN_STATIC_ASSERT(sizeof(sPosition) == 70, "sPosition is 70 bytes");
+ORVAN_STATIC_ASSERT(offsetof(sPosition, sideToMove) == 64, "sPosition layout");
+ORVAN_STATIC_ASSERT(offsetof(sPosition, epSquare) == 65, "sPosition layout");
+ORVAN_STATIC_ASSERT(offsetof(sPosition, castleBlackShort) == 69, "sPosition layout");
+
+/*
+ * A move as a 16-bit word: from square in bits 0-5, to square in bits 8-13,
+ * promotion in bits 14-15 (0 queen, 1 rook, 2 bishop, 3 knight). Bits 6 and 7
+ * are tree markers of the PGN record and no part of the move. 0 = no move.
+ */
+typedef uint16_t PackedMove;
+
+/* ---- chess core operations (position test, move, move text) ---- */
+
+/* ------------------------------------------------------------------------ */
+/* PGN game record                                                           */
+/* ------------------------------------------------------------------------ */
+
+#define PGN_TAG_COUNT 20
+#define PGN_TAG_SIZE 256
+#define PGN_MAX_MOVES 10000
+#define PGN_COMMENT_STORE 50000
+
+/* Tree markers in the low byte of a PackedMove of PgnGame.moves. */
+#define MoveLineEnd 0x80  /* last move of its line */
+#define MoveBranch 0x40   /* at least one further line is an alternative to this move */
+
+/*
+ * One PGN game in memory. The record owns none of the memory behind its
+ * pointers: whoever lays it out provides `position` (one sPosition), `moves`
+ * (PGN_MAX_MOVES entries), `nags` and `commentIndex` (PGN_MAX_MOVES + 1
+ * entries) and `commentText` (PGN_COMMENT_STORE bytes).
+ */
+typedef struct PgnGame {
+    char tags[PGN_TAG_COUNT][PGN_TAG_SIZE]; /* slot n - 1 holds tag number n */
+    uint32_t moveCount;       /* moves of the main line */
+    uint32_t treeCount;       /* 0 without brackets, else all entries of `moves` */
+    uint32_t firstMoveNumber; /* full-move number of the start position minus 1 */
+    sPosition* position;      /* the start position */
+    PackedMove* moves;        /* the flat move tree, depth first */
+    uint16_t* nags;           /* index 0: the game; i + 1: moves[i]; two glyphs per entry */
+    uint32_t* commentIndex;   /* offset into commentText, 0 = no comment */
+    char* commentText;        /* the comment store */
+    uint32_t commentUsed;     /* next free offset of commentText, starts at 1 */
+    int32_t resultToken;      /* -1 none, 0 "*", 1 "1-0", 2 "0-1", 3 "1/2-1/2" */
+} PgnGame;
+
+/* ---- game files, game buffers and single games ---- */
+
+/* ---- walking a game ---- */
+
+/* ---- PGN import and export ---- */
+
+/* ---- header fields ---- */
+
+/* ---- query and search ---- */
+
+/* ---- keys and classification ---- */
+
+/* ---- sort indexes ---- */
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif /* ORVAN_H */
