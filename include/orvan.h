@@ -83,6 +83,40 @@ typedef int32_t (*OvMessageSink)(void* owner, const char* text, const char* capt
  */
 ORVAN_API void OvSetMessageSink(OvMessageSink sink, intptr_t user);
 
+/*
+ * Movable memory blocks. A host makes the input text of OvMemReadPgnGame with
+ * them and frees the PGN text that OvCreatePgnGame returns.
+ *
+ * GlobalAlloc(flags, bytes): a block of `bytes` bytes. GMEM_FIXED gives a
+ * handle that is itself the address of the memory; GMEM_MOVEABLE gives a
+ * handle to pass to GlobalLock. GMEM_ZEROINIT zero-fills. Returns null when
+ * memory runs out. A block of 0 bytes is valid.
+ * GlobalReAlloc(block, bytes, flags): resizes (GMEM_ZEROINIT zero-fills the
+ * growth); returns the block's handle, which may differ from `block`, or null
+ * on failure, when the old block stays valid.
+ * GlobalLock(block): the address of the memory, counting one more lock; null
+ * for an invalid handle. GlobalUnlock(block): counts one lock less; returns
+ * non-zero while locks remain. GlobalSize(block): the size in bytes, 0 for an
+ * invalid handle. GlobalFree(block): frees; returns null on success and
+ * `block` itself for an invalid handle.
+ * Handles that were never issued or are already freed are recognised and
+ * refused. All functions are thread-safe; one block must not be resized or
+ * freed while another thread uses it.
+ */
+typedef void* HGLOBAL;
+#define GMEM_FIXED 0x0000u
+#define GMEM_MOVEABLE 0x0002u
+#define GMEM_ZEROINIT 0x0040u
+#define GPTR (GMEM_FIXED | GMEM_ZEROINIT)
+#define GHND (GMEM_MOVEABLE | GMEM_ZEROINIT)
+
+ORVAN_API HGLOBAL GlobalAlloc(uint32_t flags, size_t bytes);
+ORVAN_API HGLOBAL GlobalReAlloc(HGLOBAL block, size_t bytes, uint32_t flags);
+ORVAN_API void* GlobalLock(HGLOBAL block);
+ORVAN_API int32_t GlobalUnlock(HGLOBAL block);
+ORVAN_API size_t GlobalSize(HGLOBAL block);
+ORVAN_API HGLOBAL GlobalFree(HGLOBAL block);
+
 /* ------------------------------------------------------------------------ */
 /* Frame                                                                     */
 /* ------------------------------------------------------------------------ */
