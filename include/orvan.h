@@ -225,6 +225,111 @@ typedef struct PgnGame {
 
 /* ---- keys and classification ---- */
 
+/*
+ * Values the host passes through to the key database.
+ *
+ * Opening (the mode of OvOpenDatabase): the database is named by the path of
+ * its game file; its key files live in the directory OvIndex/ beside it.
+ */
+#define OV_KEYDB_OPEN_EXISTING 0 /* open a database that exists */
+#define OV_KEYDB_CREATE 1        /* create the game file and key files when missing */
+
+/* Kinds of key files, a bit set (OvDeleteDatabaseFiles). */
+#define OV_KEYFILES_TREE 1  /* the key tree of the game file */
+#define OV_KEYFILES_LISTS 2 /* the lists of games filed under keys */
+#define OV_KEYFILES_INDEX 4 /* every other index file kept for the game file */
+#define OV_KEYFILES_ALL 7
+
+/* Levels of OvOptimizeDataBase. */
+#define OV_KEYDB_OPTIMIZE_QUICK 0 /* refresh the lookup statistics */
+#define OV_KEYDB_OPTIMIZE_FULL 1  /* also drop stale game entries and compact the files */
+
+/*
+ * Orders of key iteration, the second argument of OvGetFirstKey, OvGetNextKey
+ * and OvGetPrevKey. The first argument is a key: for OvGetFirstKey the parent
+ * whose first child is wanted (0 = the first root key), for the others the
+ * key to step from. Siblings are ordered by key code, then by key number. The
+ * result is a key, 0 at either end or for a key the database does not have.
+ */
+#define OV_KEYORDER_TREE 0    /* the whole tree depth first: a key, then its children */
+#define OV_KEYORDER_SIBLING 1 /* the keys of one parent only */
+#define OV_KEYORDER_CODE 2    /* all keys by key code, then key number; first ignores the parent */
+
+/*
+ * The argument of OvGetKeyMove: 0 gives the last move of the key's line (the
+ * move into the key's position), n >= 1 its n-th half-move from the start
+ * position. The result is a PackedMove, 0 when there is no such move.
+ */
+#define OV_KEYMOVE_LAST 0
+
+/*
+ * What the key database keeps about one key, besides its texts: the `data`
+ * part of sKeyInfo. All fields are 0 for a key the database does not have.
+ */
+typedef struct sKeyData {
+    int32_t key;          /* the key itself */
+    int32_t parent;       /* the parent key, 0 for a root key */
+    int32_t level;        /* number of keys above it, 0 for a root key */
+    int32_t ply;          /* half-moves of the key's line from the start position */
+    int32_t childCount;   /* keys directly below it */
+    int32_t gameCount;    /* games filed under the key itself */
+    int32_t subtreeGames; /* games filed under the key and all keys below it */
+    int32_t reserved;     /* 0 */
+} sKeyData;
+ORVAN_STATIC_ASSERT(sizeof(sKeyData) == 32, "sKeyData is 32 bytes");
+
+#define OV_KEY_TEXT_SIZE 256
+
+/*
+ * Filled by OvGetKeyInfo: the key's texts in the host's code page and what
+ * the key database keeps about it. `firstWord` is not written.
+ */
+typedef struct sKeyInfo {
+    int32_t firstWord;
+    char keycode[OV_KEY_TEXT_SIZE]; /* e.g. "B90" */
+    char name[OV_KEY_TEXT_SIZE];    /* e.g. "Sicilian: Najdorf" */
+    char remark[OV_KEY_TEXT_SIZE];
+    sKeyData data;
+} sKeyInfo;
+ORVAN_STATIC_ASSERT(sizeof(sKeyInfo) == 4 + 3 * 256 + 32, "sKeyInfo layout");
+ORVAN_STATIC_ASSERT(offsetof(sKeyInfo, data) == 772, "sKeyInfo layout");
+
+/* Moves of a key's line a view line holds; a longer line keeps its first ones. */
+#define OV_KEYVIEW_MOVES 670
+/* Lines of one key view. */
+#define OV_KEYVIEW_LINES 20
+
+/*
+ * One line of a key view, 1900 bytes, as OvGetKeyView fills it: one key with
+ * its line of moves, and how it stands to the line above it (the previous
+ * line), so that a host can indent a tree and print only the moves that
+ * differ. Texts are the key database's own, in code page 437. A key of 0
+ * gives an all-zero line.
+ */
+typedef struct sKeyViewLine {
+    int32_t key;
+    int32_t parent;            /* parent key, 0 for a root key */
+    int32_t level;             /* keys above it, 0 for a root key */
+    int32_t childCount;        /* keys directly below it */
+    int32_t gameCount;         /* games filed under the key itself */
+    int32_t moveCount;         /* half-moves of the key's line (moves holds the first
+                                  OV_KEYVIEW_MOVES of them) */
+    int32_t sharedMoves;       /* leading moves equal to those of the previous line */
+    int32_t relation;          /* OV_KEYVIEW_* below */
+    char keycode[16];
+    char name[OV_KEY_TEXT_SIZE];
+    char remark[OV_KEY_TEXT_SIZE];
+    PackedMove moves[OV_KEYVIEW_MOVES]; /* the key's line from the start position */
+} sKeyViewLine;
+ORVAN_STATIC_ASSERT(sizeof(sKeyViewLine) == 1900, "sKeyViewLine is 1900 bytes");
+ORVAN_STATIC_ASSERT(offsetof(sKeyViewLine, moves) == 560, "sKeyViewLine layout");
+
+/* sKeyViewLine.relation: how the key stands to the key of the previous line. */
+#define OV_KEYVIEW_UNRELATED 0 /* no previous key, or none of the below */
+#define OV_KEYVIEW_CHILD 1     /* a child of the previous key */
+#define OV_KEYVIEW_SIBLING 2   /* same parent as the previous key */
+#define OV_KEYVIEW_SAME 3      /* the previous key itself */
+
 /* ---- sort indexes ---- */
 
 #ifdef __cplusplus
