@@ -215,6 +215,129 @@ typedef struct PgnGame {
 
 /* ---- game files, game buffers and single games ---- */
 
+/*
+ * Game files.
+ *
+ * OvCreateGamefile(path): creates the game file `path` (replacing one of that
+ * name) and opens it. Key files that an earlier game file of that name left in
+ * its index directory ("OvIndex/" beside the file) are removed first. Returns
+ * the open game file, or 0 on failure: a null `path`, a path whose index
+ * directory does not fit in 259 characters, or a file the game store cannot
+ * create.
+ *
+ * OvOpenGamefile(path): opens the existing game file `path`. Returns the open
+ * game file, or 0 when it cannot be opened (a null `path` among the causes).
+ *
+ * OvCloseGamefile(file): closes `file`; game buffers holding games of it stay
+ * valid. Returns 1, also for a file that is not open.
+ *
+ * OvGetGamesCount(file): the number of games in `file`, deleted games
+ * included; game numbers run from 1 to this count. A file that is not open
+ * gets the game store's failure result.
+ *
+ * OvFileStatus(file, reserved): the status bits of `file`, OV_FILE_OPEN and
+ * OV_FILE_IN_BULK, from the key database when `file` is the open database's
+ * game file, else from the game store; every other bit is dropped.
+ * `reserved`: pass 0; it is handed on. A file that is not open gives 0.
+ *
+ * OvStartBulkOperation(file, mode): tells the game store that many reads or
+ * writes of `file` follow, until OvEndBulkOperation(file), which makes the
+ * writes between them durable together. `mode` OV_BULK_WRITE takes the file's
+ * write lock at once; every other value (OV_BULK_ANY) starts a bulk operation
+ * for reading or writing. Bulk operations nest; only the outermost end
+ * commits. Both return 1, whatever the store answers.
+ *
+ * None of these takes the library's lock. A game file may be used by several
+ * threads at once.
+ */
+#define OV_FILE_OPEN 1
+#define OV_FILE_IN_BULK 2
+#define OV_BULK_ANY 1
+#define OV_BULK_WRITE 2
+
+ORVAN_API OvGameFile OvCreateGamefile(const char* path);
+ORVAN_API OvGameFile OvOpenGamefile(const char* path);
+ORVAN_API int32_t OvCloseGamefile(OvGameFile file);
+ORVAN_API int32_t OvGetGamesCount(OvGameFile file);
+ORVAN_API int32_t OvFileStatus(OvGameFile file, int32_t reserved);
+ORVAN_API int32_t OvStartBulkOperation(OvGameFile file, int32_t mode);
+ORVAN_API int32_t OvEndBulkOperation(OvGameFile file);
+
+/*
+ * The key database. One database is open per process at a time; it is named by
+ * the path of its game file, and keeps its key files in "OvIndex/" beside it.
+ *
+ * OvOpenDatabase(databasePath, openMode): opens the key database of the game
+ * file `databasePath`. `openMode` OV_KEYDB_OPEN_EXISTING (0) opens an existing
+ * one; OV_KEYDB_CREATE (1) creates the game file and the key files when
+ * missing. The library lends the open database a key cache of 32 entries until
+ * OvCloseDatabase. Returns 1 when open; 0 when the key database refuses, when
+ * no memory is left for the cache, or when a database is already open (close
+ * it first). A failed open leaves nothing behind.
+ *
+ * OvCloseDatabase(flags): closes the open database and frees its key cache.
+ * `flags`: pass 0 (reserved). Returns 1, also when no database is open, which
+ * changes nothing.
+ *
+ * OvDeleteDatabaseFiles(gameFilePath, indexPath, kinds): removes the key files
+ * of the game file `gameFilePath` from its index directory `indexPath`.
+ * `kinds` is a bit set of OV_KEYFILES_* (1 key tree, 2 game lists, 4 other
+ * index files; 7 all). Returns the key database's result: 1 when all asked
+ * for are gone, 0 otherwise (the open database's files are refused).
+ *
+ * OvOptimizeDataBase(level, reserved): optimises the open database. `level`
+ * OV_KEYDB_OPTIMIZE_QUICK (0) refreshes its lookup statistics,
+ * OV_KEYDB_OPTIMIZE_FULL (1) also drops stale game entries and compacts its
+ * files; `reserved`: pass 0. Returns the key database's result, 1 done, 0
+ * failed.
+ *
+ * Threads: opening and closing serialise with each other only, and must not
+ * run beside any other key operation.
+ */
+ORVAN_API int32_t OvOpenDatabase(const char* databasePath, int32_t openMode);
+ORVAN_API int32_t OvCloseDatabase(int32_t flags);
+ORVAN_API int32_t OvDeleteDatabaseFiles(const char* gameFilePath, const char* indexPath,
+                                        int32_t kinds);
+ORVAN_API int32_t OvOptimizeDataBase(int32_t level, int32_t reserved);
+
+/*
+ * Game buffers and single games.
+ *
+ * OvAllocGameBuffer(): a new game buffer, empty. Returns 0 when the game store
+ * has no memory left, after a "Cannot allocate game buffer" message box.
+ * OvFreeGameBuffer(game): frees `game`. Returns 1, also for a buffer that is
+ * not allocated.
+ *
+ * OvReadGame(game, file, number): loads game `number` (from 1) of `file` into
+ * `game`, which then stands on the game's initial position and records
+ * `number` as its source number. Returns 1, or 0 when the game store refuses
+ * (handles not open, `number` out of range); the buffer's recorded source
+ * number then stays as it was.
+ * OvReadGameHeader(game, file, number): the same for the header alone.
+ *
+ * OvWriteGame(game, file, out): stores the game in `game` into `file`: through
+ * the key database when `file` is the open database's game file (which files
+ * the game under its keys; `out` is then unused), else through the game store,
+ * which may store a 32-bit value through `out` (may be null). Returns the
+ * store's result: non-zero when the game was stored.
+ *
+ * OvDeleteGame(file, number) and OvUndeleteGame(file, number): mark game
+ * `number` of `file` deleted or no longer deleted, keeping the key database's
+ * count of deleted games right for its own game file. Return 1, or 0 when the
+ * game store refuses.
+ *
+ * Threads: OvReadGame, OvReadGameHeader and OvWriteGame serialise on the
+ * library's one lock for their access to the game store; a game buffer
+ * belongs to one thread at a time.
+ */
+ORVAN_API OvGameBuffer OvAllocGameBuffer(void);
+ORVAN_API int32_t OvFreeGameBuffer(OvGameBuffer game);
+ORVAN_API int32_t OvReadGame(OvGameBuffer game, OvGameFile file, int32_t number);
+ORVAN_API int32_t OvReadGameHeader(OvGameBuffer game, OvGameFile file, int32_t number);
+ORVAN_API int32_t OvWriteGame(OvGameBuffer game, OvGameFile file, int32_t* out);
+ORVAN_API int32_t OvDeleteGame(OvGameFile file, int32_t number);
+ORVAN_API int32_t OvUndeleteGame(OvGameFile file, int32_t number);
+
 /* ---- walking a game ---- */
 
 /* ---- PGN import and export ---- */

@@ -1,9 +1,6 @@
 #include "fakes/fake_siblings.h"
 
-#include <string>
-
-#include "siblings/game_driver.h"
-#include "siblings/key_database.h"
+#include <utility>
 
 FakeSiblings& Fakes()
 {
@@ -16,56 +13,51 @@ void ResetFakes()
     Fakes() = FakeSiblings{};
 }
 
-namespace {
-
-void Record(std::string call)
+int32_t FakeResult(std::string_view function, int32_t fallback)
 {
-    Fakes().calls.push_back(std::move(call));
+    const auto& results = Fakes().results;
+    const auto found = results.find(function);
+    return found == results.end() ? fallback : found->second;
 }
 
-int32_t ReportVersion(uint32_t* version, uint32_t* second, uint32_t word, int32_t result)
+uint32_t FakeMoveHandle(uint32_t game, int32_t index)
+{
+    return (game << 16) | static_cast<uint32_t>(index);
+}
+
+void RecordCall(std::string_view function, std::initializer_list<std::string> arguments)
+{
+    std::string call(function);
+    call += '(';
+    const char* separator = "";
+    for (const std::string& argument : arguments)
+        call += std::exchange(separator, ", ") + argument;
+    call += ')';
+    Fakes().calls.push_back(call);
+    if (Fakes().onCall)
+        Fakes().onCall(call);
+}
+
+std::string FakeArg(int64_t value)
+{
+    return std::to_string(value);
+}
+
+std::string FakeArg(const char* text)
+{
+    return text == nullptr ? "null" : '"' + std::string(text) + '"';
+}
+
+std::string FakeArg(const void* pointer)
+{
+    return pointer == nullptr ? "null" : "ptr";
+}
+
+int32_t FakeVersion(uint32_t* version, uint32_t* second, uint32_t word, int32_t result)
 {
     if (version != nullptr)
         *version = word;
     if (second != nullptr)
         *second = 0;
     return result;
-}
-
-}  // namespace
-
-int32_t IGInstallGameDriver(int32_t mode)
-{
-    Record("IGInstallGameDriver(" + std::to_string(mode) + ")");
-    return 0;
-}
-
-int32_t IGGameDriverInit(int32_t maxGames)
-{
-    Record("IGGameDriverInit(" + std::to_string(maxGames) + ")");
-    return 0;
-}
-
-int32_t IGGameDriverFini(void)
-{
-    Record("IGGameDriverFini()");
-    return 0;
-}
-
-int32_t IGRemoveGameDriver(void)
-{
-    Record("IGRemoveGameDriver()");
-    return 0;
-}
-
-int32_t OvgGetVersion(uint32_t* version, uint32_t* second)
-{
-    Record("OvgGetVersion");
-    return ReportVersion(version, second, Fakes().gameVersionWord, Fakes().gameVersionResult);
-}
-
-int32_t OvkGetVersion(uint32_t* version, uint32_t* second)
-{
-    Record("OvkGetVersion");
-    return ReportVersion(version, second, Fakes().keyVersionWord, Fakes().keyVersionResult);
 }

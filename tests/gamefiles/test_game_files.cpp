@@ -1,0 +1,86 @@
+#include <string>
+
+#include "gamefiles_fixture.h"
+#include "support/capture.h"
+
+namespace {
+
+using GameFiles = FakeSiblingsTest;
+
+TEST_F(GameFiles, CreateRemovesOldKeyFilesThenMakesTheFile)
+{
+    Fakes().results["OvgOpenGamefile"] = 42;
+    Fakes().results["OvkDeleteDatabaseFiles"] = 0;  // ignored
+    EXPECT_EQ(OvCreateGamefile("/data/games/new.ovg"), 42u);
+    EXPECT_EQ(Fakes().calls,
+              (CallLog{R"(OvkDeleteDatabaseFiles("/data/games/new.ovg", "/data/games/OvIndex/", 7))",
+                       R"(OvgOpenGamefile("/data/games/new.ovg", 1))"}));
+}
+
+TEST_F(GameFiles, CreateWithoutDirectoryHandsThePathAsIndexPath)
+{
+    Fakes().results["OvgOpenGamefile"] = 0;
+    EXPECT_EQ(OvCreateGamefile("new.ovg"), 0u);
+    EXPECT_EQ(Fakes().calls, (CallLog{R"(OvkDeleteDatabaseFiles("new.ovg", "new.ovg", 7))",
+                                      R"(OvgOpenGamefile("new.ovg", 1))"}));
+}
+
+TEST_F(GameFiles, CreateRefusesWhatItCannotName)
+{
+    TraceCapture trace;
+    const std::string tooLong = "/" + std::string(300, 'd') + "/new.ovg";
+    EXPECT_EQ(OvCreateGamefile(tooLong.c_str()), 0u);
+    EXPECT_EQ(OvCreateGamefile(nullptr), 0u);
+    EXPECT_TRUE(Fakes().calls.empty()) << "no key files may be removed under a cut name";
+    ASSERT_EQ(trace.lines.size(), 1u);
+    EXPECT_EQ(trace.lines[0].rfind("OrvanDll: OvCreateGamefile: no room for the index path", 0), 0u);
+}
+
+TEST_F(GameFiles, OpenCloseAndCountPassThrough)
+{
+    Fakes().results["OvgOpenGamefile"] = 7;
+    Fakes().results["OvgGetNumberOfGames"] = -1;
+    Fakes().results["OvgCloseGamefile"] = 0;
+    EXPECT_EQ(OvOpenGamefile("/d/a.ovg"), 7u);
+    EXPECT_EQ(OvGetGamesCount(7), -1);
+    EXPECT_EQ(OvCloseGamefile(7), 1);
+    EXPECT_EQ(OvOpenGamefile(nullptr), 7u);
+    EXPECT_EQ(Fakes().calls, (CallLog{R"(OvgOpenGamefile("/d/a.ovg", 0))", "OvgGetNumberOfGames(7)",
+                                      "OvgCloseGamefile(7)", "OvgOpenGamefile(null, 0)"}));
+}
+
+TEST_F(GameFiles, FileStatusKeepsOnlyOpenAndBulkBits)
+{
+    struct Case {
+        int32_t isDatabaseFile;
+        int32_t answer;
+        int32_t expected;
+        const char* asked;
+    };
+    for (const Case& c : {Case{0, 0xFF, 3, "IGFileStatus(5, 0)"}, Case{0, 4, 0, "IGFileStatus(5, 0)"},
+                          Case{0, -1, 3, "IGFileStatus(5, 0)"}, Case{0, 2, 2, "IGFileStatus(5, 0)"},
+                          Case{1, 0xFF, 3, "DbsFileStatus(0)"}, Case{7, 5, 1, "DbsFileStatus(0)"}}) {
+        ResetFakes();
+        Fakes().results["IDIsDatabaseGamefile"] = c.isDatabaseFile;
+        Fakes().results["IGFileStatus"] = c.answer;
+        Fakes().results["DbsFileStatus"] = c.answer;
+        EXPECT_EQ(OvFileStatus(5, 0), c.expected) << c.asked << " answering " << c.answer;
+        EXPECT_EQ(Fakes().calls, (CallLog{"IDIsDatabaseGamefile(5)", c.asked}));
+    }
+}
+
+TEST_F(GameFiles, BulkModeTwoTakesTheWriteLockEveryOtherModeStartsPlainly)
+{
+    Fakes().results["OvgFileAction"] = 0;  // the result is not passed on
+    for (int32_t mode : {0, 1, 2, 3, -2, 0x102}) {
+        EXPECT_EQ(OvStartBulkOperation(9, mode), 1);
+        EXPECT_EQ(OvEndBulkOperation(9), 1);
+    }
+    EXPECT_EQ(Fakes().calls,
+              (CallLog{"OvgFileAction(9, 1)", "OvgFileAction(9, 0)", "OvgFileAction(9, 1)",
+                       "OvgFileAction(9, 0)", "OvgFileAction(9, 2)", "OvgFileAction(9, 0)",
+                       "OvgFileAction(9, 1)", "OvgFileAction(9, 0)", "OvgFileAction(9, 1)",
+                       "OvgFileAction(9, 0)", "OvgFileAction(9, 1)", "OvgFileAction(9, 0)"}));
+}
+
+}  // namespace
