@@ -180,6 +180,131 @@ typedef uint16_t PackedMove;
 
 /* ---- chess core operations (position test, move, move text) ---- */
 
+/*
+ * The side to move is read from the lowest bit of sPosition.sideToMove
+ * (1 white, 0 black), and a move flips that bit. Board bytes that are no
+ * piece code (7, 8, 15 and above 15) are neither men nor empty: they block
+ * lines and nothing moves onto them.
+ *
+ * Threads: these operations take no lock and share no writable data. Those
+ * that take a non-const position change it while they run (every trial move
+ * is made and taken back on the caller's record), so one record must not be
+ * used by two threads at the same time, even through OvGetMoveInfo.
+ */
+
+/* Results of OvIsLegalPos. */
+#define OV_POS_LEGAL 0
+#define OV_POS_KING_MISSING 1
+#define OV_POS_OPPONENT_IN_CHECK 2
+#define OV_POS_PAWN_ON_EDGE_RANK 3
+#define OV_POS_TOO_MANY_MEN 4
+
+/*
+ * Tests whether `position` could arise in a game. Checks, in this order: a
+ * king of each colour (the first in square order is the one tested), that the
+ * side not to move is not in check, no pawn on the first or eighth rank, and
+ * no more men of a kind than promotions can give (16 men, 1 king, queens +
+ * pawns 9, rooks, bishops or knights + pawns 10, pawns 8). Castling fields
+ * and the en passant square play no part.
+ * Returns the first failure as an OV_POS_* value, OV_POS_LEGAL when none.
+ * A null `position` gets OV_POS_KING_MISSING. Reads only the 70 bytes of the
+ * record, whatever they hold.
+ */
+ORVAN_API int32_t OvIsLegalPos(const sPosition* position);
+
+/*
+ * Plays `move` (a PackedMove in the low 16 bits) on `position` without any
+ * test: the en passant square, the castling rights (lost by a king move and
+ * by anything leaving or reaching a rook's square), the men (castling moves
+ * the rook too; a pawn moving diagonally onto an empty square takes en
+ * passant), promotion (bits 0 give a queen) and the side to move. A word
+ * whose 16 bits are 0 changes nothing. Test the move with the library's
+ * legality logic first where it matters: any word is played as it stands.
+ * Returns 1; 0 only for a null `position`, which is left alone.
+ */
+ORVAN_API int32_t OvPlayMove(sPosition* position, uint32_t move);
+
+/*
+ * MoveInfo: one byte that says what a move's text needs.
+ * Bits 0-2 the kind: OV_MOVE_KNIGHT .. OV_MOVE_KING (0-4), OV_MOVE_PAWN,
+ * OV_MOVE_EN_PASSANT, OV_MOVE_PROMOTION. Bit 3 a capture. Bits 4-5 the
+ * opponent's state after the move. Bit 6 the from file must be shown (with
+ * the king: short castling), bit 7 the from rank (with the king: long
+ * castling). An en passant capture is always 0x4E apart from bits 4-5.
+ */
+typedef uint8_t MoveInfo;
+#define OV_MOVE_KNIGHT 0x00
+#define OV_MOVE_BISHOP 0x01
+#define OV_MOVE_ROOK 0x02
+#define OV_MOVE_QUEEN 0x03
+#define OV_MOVE_KING 0x04
+#define OV_MOVE_PAWN 0x05
+#define OV_MOVE_EN_PASSANT 0x06
+#define OV_MOVE_PROMOTION 0x07
+#define OV_MOVE_KIND_MASK 0x07
+#define OV_MOVE_CAPTURE 0x08
+#define OV_MOVE_CHECK 0x10       /* in check, with a legal move */
+#define OV_MOVE_STALEMATE 0x20   /* not in check, no legal move */
+#define OV_MOVE_MATE 0x30        /* in check, no legal move */
+#define OV_MOVE_OUTCOME_MASK 0x30
+#define OV_MOVE_SHOW_FILE 0x40
+#define OV_MOVE_SHOW_RANK 0x80
+#define OV_MOVE_SHORT_CASTLING (OV_MOVE_KING | OV_MOVE_SHOW_FILE)
+#define OV_MOVE_LONG_CASTLING (OV_MOVE_KING | OV_MOVE_SHOW_RANK)
+
+/*
+ * NotationTable: the 16 characters of move text, not terminated. Places 0-4
+ * the piece letters (knight, bishop, rook, queen, king), 5 the castling
+ * letter, 6 the castling separator, 7 the capture mark (places 0-7 are copied
+ * as they stand), then the two-character suffixes 8-9 check, 10-11 mate,
+ * 12-13 stalemate, 14-15 en passant, in which a blank means no character.
+ */
+typedef struct NotationTable {
+    char symbols[16];
+} NotationTable;
+ORVAN_STATIC_ASSERT(sizeof(NotationTable) == 16, "NotationTable is 16 characters");
+
+/* The default table as text, and as an initialiser of a NotationTable. */
+#define OV_DEFAULT_NOTATION "NBRQKO-x+ #   ep"
+#define OV_DEFAULT_NOTATION_TABLE \
+    { { 'N', 'B', 'R', 'Q', 'K', 'O', '-', 'x', '+', ' ', '#', ' ', ' ', ' ', 'e', 'p' } }
+
+/* TextMode: the flags of OvMoveToText; other bits are ignored. */
+typedef uint32_t TextMode;
+#define OV_TEXT_LONG 0x1u            /* always the from square; "-" between the squares of a quiet move */
+#define OV_TEXT_NO_PIECE_LETTER 0x2u /* leave out the piece letter */
+#define OV_TEXT_PROMOTION_SIGN 0x4u  /* "=" before the promotion letter; the mode the library writes PGN with */
+
+/* Room OvMoveToText needs: 9 characters and the terminator. */
+#define OV_MOVE_TEXT_SIZE 10
+
+/*
+ * Describes `move`, a move of `position` (the position before the move), as
+ * a MoveInfo: its kind, whether it captures, which parts of the from square
+ * tell it apart from the same men that could also reach its square (pinned
+ * men do not count), and whether the opponent is then in check, mated or
+ * stalemated. Castling is recognised only as the king's two-square step
+ * from e1 or e8 by the side to move.
+ * Returns the MoveInfo in the low 8 bits. For a word that moves no man of
+ * the position the byte has no meaning. Returns 0 for a null `position`.
+ * `position` is changed while the call runs and comes back with all 70
+ * bytes as they were, for any word.
+ */
+ORVAN_API int32_t OvGetMoveInfo(sPosition* position, uint32_t move);
+
+/*
+ * Writes the text of `move` (a PackedMove) as `info` (a MoveInfo, low 8
+ * bits) describes it into `text`, with the symbols of `table` and the flags
+ * of `mode` (TextMode), and a terminator. The text is at most 9 characters:
+ * `text` needs OV_MOVE_TEXT_SIZE bytes, and no byte beyond them is written.
+ * A null `table` means the default table. `info` is not checked against the
+ * move: the text says what the byte says. No position is needed.
+ * Returns the number of characters without the terminator; 0 with nothing
+ * written for a null `text`. Runs on any thread.
+ */
+ORVAN_API int32_t OvMoveToText(uint32_t move, uint32_t info, char* text, TextMode mode,
+                               const NotationTable* table);
+
 /* ------------------------------------------------------------------------ */
 /* PGN game record                                                           */
 /* ------------------------------------------------------------------------ */
