@@ -469,6 +469,89 @@ ORVAN_API int32_t OvUndeleteGame(OvGameFile file, int32_t number);
 
 /* ---- header fields ---- */
 
+/*
+ * Header field codes: one numbering for OvGetHeaderInfo, OvGetHeaderInfoInt,
+ * OvPutHeaderInfo and the sort kinds of the sort indexes. 1 to 22 are single
+ * fields, 100 to 103 composites for display; every other code is unknown.
+ */
+enum {
+    HdrPlace = 1,             /* event or tournament, PGN tag Event */
+    HdrSite = 2,
+    HdrRound = 3,
+    HdrAnnotator = 4,
+    HdrWhite = 5,
+    HdrBlack = 6,
+    HdrWhiteCountry = 7,
+    HdrBlackCountry = 8,
+    HdrWhiteElo = 9,
+    HdrBlackElo = 10,
+    HdrWhiteTitle = 11,
+    HdrBlackTitle = 12,
+    HdrWhiteTime = 13,        /* minutes, shown as hours:minutes */
+    HdrBlackTime = 14,
+    HdrKeycode = 15,          /* opening key code, PGN tag ECO */
+    HdrResult = 16,
+    HdrDate = 17,
+    HdrRemark = 18,
+    HdrSourceLoadnumber = 19, /* number of the game in the file it was loaded from */
+    HdrMoves = 20,            /* full moves of the main line */
+    HdrStatus = 21,
+    HdrResultShort = 22,
+    HdrPlayers = 100,         /* "White - Black" */
+    HdrPlayersFull = 101,     /* both player descriptions, " - " between them */
+    HdrWhiteFull = 102,       /* "Name (country, Elo, title)", present items only */
+    HdrBlackFull = 103
+};
+
+/* Bits of OvGetHeaderInfoInt(game, HdrStatus, ...); the letters of the text
+ * form stand in the order A, D, P, V. */
+#define OV_STATUS_DELETED 1     /* D: marked deleted */
+#define OV_STATUS_SETUP 2       /* P: starts from a set-up position */
+#define OV_STATUS_ANNOTATED 4   /* A: carries comments or glyphs */
+#define OV_STATUS_VARIATIONS 8  /* V: holds variations */
+
+/*
+ * Delivers header field `field` of the game in `game` as display text in
+ * `text`, a buffer of `textSize` bytes, translated to Windows-1252 and cut to
+ * textSize - 1 characters. Stored texts come as they are; Round and Elo as
+ * decimal numbers when 1 or more; times as "h:mm" when above 0 and below
+ * 6000 minutes; HdrResult as "1-0", "0-1", "\xBD-\xBD" or the empty text;
+ * HdrResultShort as "1-0", "0-1", "1/2" or "*"; HdrDate in the user's short
+ * date form with only the known parts; HdrSourceLoadnumber and HdrMoves as
+ * decimal numbers, always; HdrStatus as the letters of the set flags.
+ *
+ * Returns 1 when the field was delivered (also as the empty text), 0 for an
+ * unknown code, a field without value (Round or Elo below 1, time out of
+ * range), a null `text` or a game buffer that is not open. With textSize of
+ * 1 or more `text` is terminated afterwards, empty when the result is 0; a
+ * textSize of 0 or below writes nothing. Takes no lock; calls on different
+ * game buffers may run on different threads.
+ */
+ORVAN_API int32_t OvGetHeaderInfo(OvGameBuffer game, int32_t field, char* text, int32_t textSize);
+
+/*
+ * Delivers the number of header field `field` through `value` (which may be
+ * null) for six codes, and returns 1: HdrWhiteElo and HdrBlackElo as stored;
+ * HdrResult in PGN order (0 none, 1 White wins, 2 Black wins, 3 draw);
+ * HdrDate packed as year << 16 | month << 8 | day (a month above 12 as 0),
+ * so that the numbers order dates; HdrSourceLoadnumber; HdrStatus as
+ * OV_STATUS_* bits. Every other code returns 0 and leaves `value` alone. No
+ * formatting, no translation, no lock.
+ */
+ORVAN_API int32_t OvGetHeaderInfoInt(OvGameBuffer game, int32_t field, int32_t* value);
+
+/*
+ * Stores `text` (Windows-1252, terminated) as header field `field` of the
+ * game in `game`, translated to code page 437 and cut to 255 characters.
+ * Settable: HdrPlace, HdrSite, HdrAnnotator, HdrWhite, HdrBlack,
+ * HdrWhiteCountry, HdrBlackCountry, HdrWhiteTitle, HdrBlackTitle, HdrKeycode,
+ * HdrRemark; a null `text` stores the empty text. Returns 1, or 0 for any
+ * other code (the game is then unchanged) and for a game buffer that is not
+ * open. The change stays in the game buffer until the game is written. Takes
+ * no lock.
+ */
+ORVAN_API int32_t OvPutHeaderInfo(OvGameBuffer game, int32_t field, const char* text);
+
 /* ---- query and search ---- */
 
 /* ---- keys and classification ---- */
