@@ -465,6 +465,48 @@ ORVAN_API int32_t OvUndeleteGame(OvGameFile file, int32_t number);
 
 /* ---- walking a game ---- */
 
+/*
+ * Walking through the game in a game buffer. The buffer has a current
+ * position, which OvPlayMoves and OvGotoMove move; the other operations read
+ * without moving it. A freshly read game stands on its initial position. Move
+ * words are PackedMove values in the low 16 bits of the result.
+ *
+ * OvGetInitialPos(game, position): fills `position` with the game's initial
+ * position; an en passant square that no pawn of the side to move could use is
+ * cleared. `position` may be null to ask for the result alone. Returns 1 for a
+ * game from the standard start, 2 for a game from a set-up position, 0 when
+ * `game` is not allocated (`position` is then left as it was).
+ *
+ * OvGetCurrentPos(game, position): fills `position` with the current position,
+ * its en passant square as the store has it. Returns 1, or 0 when `position`
+ * is null or `game` is not allocated.
+ *
+ * OvGetMoves(game, moves, maxMoves): stores the moves of the game's main line
+ * from its start, at most `maxMoves` of them, into `moves` (room for
+ * `maxMoves` entries is the caller's duty). Side lines are not followed.
+ * Returns the number stored; 0 for a game without moves, for `maxMoves` 0 or
+ * below, or a null `moves`.
+ *
+ * OvGetNextMove(game): the move that follows the current position, 0 at the
+ * end of the line.
+ *
+ * OvPlayMoves(game, count): plays `count` moves forward from the current
+ * position, or takes -`count` back when negative. Returns the store's result,
+ * above 0 when moves were made.
+ *
+ * OvGotoMove(game, ply): goes to the position after `ply` plies of the game;
+ * 0 is the initial position. Returns the store's result as for OvPlayMoves.
+ *
+ * None of these takes the library's lock; a game buffer belongs to one thread
+ * at a time.
+ */
+ORVAN_API int32_t OvGetInitialPos(OvGameBuffer game, sPosition* position);
+ORVAN_API int32_t OvGetCurrentPos(OvGameBuffer game, sPosition* position);
+ORVAN_API int32_t OvGetMoves(OvGameBuffer game, PackedMove* moves, int32_t maxMoves);
+ORVAN_API int32_t OvGetNextMove(OvGameBuffer game);
+ORVAN_API int32_t OvPlayMoves(OvGameBuffer game, int32_t count);
+ORVAN_API int32_t OvGotoMove(OvGameBuffer game, int32_t ply);
+
 /* ---- PGN import and export ---- */
 
 /* ---- header fields ---- */

@@ -1,0 +1,188 @@
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+#include "gamefiles_fixture.h"
+
+namespace {
+
+constexpr MoveXY E2E4{5, 2, 5, 4, 0};  // PackedMove 0x1C0C
+constexpr MoveXY E7E5{5, 7, 5, 5, 0};  // 0x2434
+constexpr MoveXY G1F3{7, 1, 6, 3, 0};  // 0x1506
+
+class GameWalking : public FakeSiblingsTest {
+protected:
+    void SetUp() override
+    {
+        FakeSiblingsTest::SetUp();
+        game = OvAllocGameBuffer();
+        Fakes().calls.clear();
+    }
+
+    FakeGame& Game() { return Fakes().games[game]; }
+
+    OvGameBuffer game = 0;
+};
+
+// A board with the kings on e1 and e8, a black pawn that has just made the
+// double step d7-d5 and no white pawn beside it: its en passant flag on the
+// d-file is one that no pawn can use.
+BoardRecord BoardAfterLoneDoubleStep()
+{
+    BoardRecord board{};
+    board.squares[BoardIndex(4, 0)] = DrvWhiteKing;
+    board.squares[BoardIndex(4, 7)] = DrvBlackKing;
+    board.squares[BoardIndex(3, 4)] = DrvBlackPawn;
+    board.sideToMove = 0;  // white
+    board.epFile = 4;
+    board.ply = 2;
+    return board;
+}
+
+TEST_F(GameWalking, InitialPositionClearsAnUnusableEnPassantFlagTheCurrentOneKeepsIt)
+{
+    Game().initialBoard = BoardAfterLoneDoubleStep();
+    Game().currentBoard = BoardAfterLoneDoubleStep();
+    Fakes().results["GetInitialPosition"] = 2;  // a set-up game
+
+    sPosition initial{}, current{};
+    EXPECT_EQ(OvGetInitialPos(game, &initial), 2);
+    EXPECT_EQ(OvGetCurrentPos(game, &current), 1);
+    EXPECT_EQ(initial.epSquare, OV_NO_EP_SQUARE);
+    EXPECT_EQ(current.epSquare, 43) << "d6";
+    EXPECT_EQ(current.board[35], OV_BLACK_PAWN) << "d5";
+    EXPECT_EQ(current.board[4], OV_WHITE_KING);
+    EXPECT_EQ(current.sideToMove, 1);
+    EXPECT_EQ(current.castleWhiteShort, 0) << "no castling flags on the board";
+
+    // Asked again on an unmoved buffer, the same record.
+    sPosition again{};
+    std::memset(&again, 0xEE, sizeof again);
+    EXPECT_EQ(OvGetCurrentPos(game, &again), 1);
+    EXPECT_EQ(std::memcmp(&again, &current, sizeof again), 0);
+    EXPECT_EQ(Fakes().calls, (CallLog{"GetInitialPosition(1, ptr)", "IGGameGetBoard(1)", "IGGameGetBoard(1)"}));
+}
+
+TEST_F(GameWalking, NullRecordsAndUnknownBuffers)
+{
+    Fakes().results["GetInitialPosition"] = 2;
+    EXPECT_EQ(OvGetInitialPos(game, nullptr), 2) << "null asks for the result alone";
+    EXPECT_EQ(OvGetCurrentPos(game, nullptr), 0);
+    EXPECT_EQ(Fakes().calls, (CallLog{"GetInitialPosition(1, null)"}));
+
+    sPosition untouched{};
+    std::memset(&untouched, 0xEE, sizeof untouched);
+    sPosition position = untouched;
+    EXPECT_EQ(OvGetInitialPos(555, &position), 0);
+    EXPECT_EQ(OvGetCurrentPos(555, &position), 0);
+    EXPECT_EQ(std::memcmp(&position, &untouched, sizeof position), 0);
+    PackedMove moves[4] = {};
+    EXPECT_EQ(OvGetMoves(555, moves, 4), 0);
+    EXPECT_EQ(OvGetNextMove(555), 0);
+    EXPECT_EQ(OvPlayMoves(555, 3), 0);
+    EXPECT_EQ(OvGotoMove(555, 3), 0);
+}
+
+TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
+{
+    for (int i = 0; i < 20; ++i) {
+        Game().mainLine.push_back(E2E4);
+        Game().mainLine.push_back(E7E5);
+    }
+    ASSERT_EQ(OvPlayMoves(game, 7), 7);
+    Fakes().calls.clear();
+
+    PackedMove moves[5] = {1, 1, 1, 1, 1};
+    EXPECT_EQ(OvGetMoves(game, moves, 0), 0);
+    EXPECT_EQ(OvGetMoves(game, moves, -4), 0);
+    EXPECT_EQ(moves[0], 1) << "nothing stored";
+    EXPECT_EQ(OvGetMoves(game, moves, 3), 3);
+    EXPECT_EQ(moves[0], 0x1C0C);
+    EXPECT_EQ(moves[1], 0x2434);
+    EXPECT_EQ(moves[2], 0x1C0C);
+    EXPECT_EQ(moves[3], 1) << "the limit holds";
+    EXPECT_EQ(Game().played, 7);
+    // The root's NEXT and one NEXT per further move: none past the limit.
+    EXPECT_EQ(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
+                            [](const std::string& call) { return call.starts_with("IGMoveGetNEXT"); }),
+              3);
+
+    PackedMove all[50] = {};
+    PackedMove allAgain[50] = {};
+    EXPECT_EQ(OvGetMoves(game, all, 50), 40);
+    EXPECT_EQ(OvGetMoves(game, allAgain, 50), 40);
+    EXPECT_EQ(std::memcmp(all, allAgain, sizeof all), 0);
+    EXPECT_EQ(all[39], 0x2434);
+    EXPECT_EQ(all[40], 0);
+}
+
+TEST_F(GameWalking, PromotionPiecesReachTheWord)
+{
+    struct Case {
+        int32_t piece;
+        PackedMove word;
+    };
+    // a7-a8 for white, h2-h1 for black, with each promotion code of the driver.
+    for (const Case& c : {Case{DrvWhiteKnight, 0xF830}, Case{DrvWhiteBishop, 0xB830},
+                          Case{DrvWhiteRook, 0x7830}, Case{DrvWhiteQueen, 0x3830}, Case{0, 0x3830},
+                          Case{DrvBlackKnight, 0xC70F}, Case{DrvBlackQueen, 0x070F}}) {
+        const bool white = c.piece == 0 || c.piece < DrvBlackPawn;
+        Game().mainLine = {white ? MoveXY{1, 7, 1, 8, c.piece} : MoveXY{8, 2, 8, 1, c.piece}};
+        Game().played = 0;
+        PackedMove word = 0;
+        EXPECT_EQ(OvGetMoves(game, &word, 1), 1);
+        EXPECT_EQ(word, c.word) << "piece " << c.piece;
+        EXPECT_EQ(OvGetNextMove(game), c.word) << "piece " << c.piece;
+    }
+}
+
+TEST_F(GameWalking, NextMoveFollowsTheCurrentPositionAndEndsWithZero)
+{
+    EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
+    PackedMove moves[2] = {};
+    EXPECT_EQ(OvGetMoves(game, moves, 2), 0);
+
+    Game().mainLine = {E2E4, E7E5, G1F3};
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C) << "reading it does not play it";
+    ASSERT_EQ(OvPlayMoves(game, 2), 2);
+    EXPECT_EQ(OvGetNextMove(game), 0x1506);
+    ASSERT_EQ(OvPlayMoves(game, 1), 1);
+    EXPECT_EQ(OvGetNextMove(game), 0);
+    EXPECT_EQ(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
+                            [](const std::string& call) { return call.starts_with("PlayMoves"); }),
+              2)
+        << "OvGetNextMove makes no PlayMoves call";
+}
+
+TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
+{
+    Game().mainLine.assign(10, E2E4);
+    struct Step {
+        bool gotoMove;
+        int32_t argument;
+        int32_t result;
+        const char* driverCall;
+        int32_t played;
+    };
+    for (const Step& s : {
+             Step{false, 4, 4, "PlayMoves(1, 4)", 4},
+             Step{false, -1, 1, "PlayMoves(1, -1)", 3},
+             Step{true, 3, 0, "PlayMoves(1, 0)", 3},  // already there: a step of 0
+             Step{true, 8, 5, "PlayMoves(1, 5)", 8},
+             Step{true, 0, 8, "PlayMoves(1, -8)", 0},
+             Step{false, -1, 0, "PlayMoves(1, -1)", 0},  // before the start
+             Step{true, 12, 10, "PlayMoves(1, 12)", 10},  // past the end
+             Step{false, 1, 0, "PlayMoves(1, 1)", 10},
+             Step{true, INT32_MIN, 10, "PlayMoves(1, -2147483648)", 0},
+             Step{true, INT32_MAX, 10, "PlayMoves(1, 2147483647)", 10},
+         }) {
+        Fakes().calls.clear();
+        const int32_t result = s.gotoMove ? OvGotoMove(game, s.argument) : OvPlayMoves(game, s.argument);
+        EXPECT_EQ(result, s.result) << s.driverCall;
+        EXPECT_EQ(Fakes().calls.back(), s.driverCall);
+        EXPECT_EQ(Game().played, s.played) << s.driverCall;
+    }
+}
+
+}  // namespace
