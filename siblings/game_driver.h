@@ -75,6 +75,10 @@ OVGAME_API uint32_t OvgOpenGamefile(const char* path, int32_t create);
 // Ends a bulk operation left open, and closes the file. Result 1, 0 for a
 // handle that is not open.
 OVGAME_API int32_t OvgCloseGamefile(uint32_t file);
+// Copies the path the file was opened with into `path` of `size` bytes,
+// terminated and cut. Result the length of the whole path, 0 for a handle that
+// is not open. (The key database tells its own game file by it.)
+OVGAME_API int32_t OvgGetGamefilePath(uint32_t file, char* path, int32_t size);
 // Number of games in the file, deleted ones included (the highest game
 // number); -1 for a handle that is not open.
 OVGAME_API int32_t OvgGetNumberOfGames(uint32_t file);
