@@ -16,7 +16,7 @@ int32_t IndexPathOfGamefile(char* dest, const char* path)
     const std::string_view kept =
         separator == std::string_view::npos ? source : source.substr(0, separator + 1);
     const std::string_view appended =
-        separator == std::string_view::npos ? std::string_view{} : IndexDirectoryName;
+        separator == std::string_view::npos ? std::string_view("") : IndexDirectoryName;
 
     if (kept.size() + appended.size() >= static_cast<size_t>(IndexPathSize)) {
         dest[0] = '\0';
