@@ -1,0 +1,196 @@
+// The game loop: finds games in PGN text, tells tags from movetext, and ends a
+// game at its result token, at a known tag name behind movetext, or at the
+// end of the input.
+#include <cstring>
+
+#include "pgn/pgn_game.h"
+#include "pgn/read/annotations.h"
+#include "pgn/read/game_reader.h"
+#include "pgn/read/pgn_read.h"
+#include "pgn/read/pgn_scanner.h"
+#include "pgn/read/read_context.h"
+
+namespace {
+
+class GameLoop {
+public:
+    GameLoop(PgnReadContext& reader, PgnGame* game, uint32_t flags, PgnGameCallback callback,
+             intptr_t context)
+        : reader_(reader), game_(game), flags_(flags), callback_(callback), context_(context)
+    {
+    }
+
+    int32_t Run()
+    {
+        try {
+            StartGame();
+            for (;;) {
+                if (TakeToken() && Finish() == 0) {
+                    return 1;
+                }
+            }
+        } catch (const PgnEndOfInput&) {
+            // A game without movetext at the end of the input reaches nobody.
+            if (inMoves_ && Finish() == 0) {
+                return 1;
+            }
+            return 0;
+        }
+    }
+
+private:
+    void StartGame()
+    {
+        ResetPgnGame(game_);
+        inMoves_ = false;
+        inTag_ = false;
+        tagCount_ = 0;
+        hasComment_ = 0;
+        openCount_ = 0;
+        closeCount_ = 0;
+        reader_.tokenCount = 0;
+        reader_.bracketDepth = 0;
+    }
+
+    // Finishes the game; when the read goes on, the next game starts.
+    int32_t Finish()
+    {
+        int32_t result = PgnFinishGame(reader_, game_, hasComment_, flags_, callback_, context_);
+        if (result != 0) {
+            StartGame();
+            // A known tag name ended the game: its value belongs to the new
+            // game, so the tag stays open for it.
+            inTag_ = currentTag_ > 0 && pendingTag_;
+            pendingTag_ = false;
+        }
+        return result;
+    }
+
+    void SkipPast(uint8_t end)
+    {
+        while (reader_.input.ReadChar() != end) {
+        }
+    }
+
+    void SkipLine()
+    {
+        uint8_t c;
+        do {
+            c = reader_.input.ReadChar();
+        } while (c != '\n' && c != '\r');
+    }
+
+    // Takes one token and acts on it. Returns true when it ends the game.
+    bool TakeToken()
+    {
+        int32_t isString = 0;
+        int32_t length = PgnNextToken(reader_.input, token_, &isString);
+        char first = token_[0];
+        if (first == '[') {
+            inTag_ = true;
+        } else if (first == ']') {
+            inTag_ = false;
+        }
+        if (isString) {
+            if (inTag_ && currentTag_ != 0) {
+                if (currentTag_ > 0) {
+                    StorePgnTag(game_, currentTag_, token_);
+                    ++tagCount_;
+                }
+                currentTag_ = 0;
+                inTag_ = false;
+            }
+            return false;
+        }
+        switch (first) {
+        case '{':
+            // Before the first tag a comment's words come through as tokens.
+            if (tagCount_ != 0 && PgnStoreComment(reader_, game_) != 0) {
+                hasComment_ = 1;
+            }
+            return false;
+        case '<':
+            if (tagCount_ != 0 || inMoves_) {
+                SkipPast('>');
+            }
+            return false;
+        case '(':
+            openCount_ += inMoves_ ? 1 : 0;
+            return false;
+        case ')':
+            closeCount_ += inMoves_ ? 1 : 0;
+            return false;
+        case ';':
+            // Inside a variation ";" separates two alternatives.
+            if (reader_.bracketDepth != 0) {
+                ++openCount_;
+                ++closeCount_;
+            } else {
+                SkipLine();
+            }
+            return false;
+        default:
+            break;
+        }
+        if (inTag_) {
+            currentTag_ = FindPgnTag(token_);
+            if (currentTag_ == 0) {
+                currentTag_ = -1;
+            } else if (inMoves_) {
+                pendingTag_ = true;
+                return true;
+            }
+            return false;
+        }
+        if (tagCount_ == 0) {
+            return false;
+        }
+        if (int32_t result = PgnResultFromToken(token_); result >= 0) {
+            game_->resultToken = result;
+            return true;
+        }
+        if (!inMoves_ && !StartsMovetext(token_)) {
+            return false;
+        }
+        inMoves_ = true;
+        if (first == '!' || first == '?' || first == '$') {
+            PgnStoreGlyph(reader_, game_, token_);
+        } else if (PgnStoreMove(reader_, game_, token_, length, openCount_, closeCount_)) {
+            openCount_ = 0;
+            closeCount_ = 0;
+        }
+        return false;
+    }
+
+    PgnReadContext& reader_;
+    PgnGame* game_;
+    uint32_t flags_;
+    PgnGameCallback callback_;
+    intptr_t context_;
+
+    bool inTag_ = false;
+    int32_t tagCount_ = 0;
+    int32_t currentTag_ = 0;  // awaited tag: its number, -1 unknown name, 0 none
+    bool pendingTag_ = false; // a known tag name ended the game before its value
+    bool inMoves_ = false;
+    int32_t hasComment_ = 0;
+    uint32_t openCount_ = 0;
+    uint32_t closeCount_ = 0;
+    char token_[PgnTokenSize];
+};
+
+}  // namespace
+
+int32_t PgnReadGames(const PgnSource& source, PgnGame* game, uint32_t flags,
+                     const char* pieceLetters, PgnGameCallback callback, intptr_t context)
+{
+    if (game == nullptr) {
+        return 0;
+    }
+    PgnReadContext reader(source.file, source.text, source.size);
+    if (pieceLetters != nullptr) {
+        std::memset(reader.pieceLetters, 0, sizeof reader.pieceLetters);
+        std::strncpy(reader.pieceLetters, pieceLetters, 5);
+    }
+    return GameLoop(reader, game, flags, callback, context).Run();
+}

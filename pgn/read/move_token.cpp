@@ -1,0 +1,301 @@
+#include "pgn/read/move_token.h"
+
+#include "chess/move_generator.h"
+#include "chess/position.h"
+#include "frame/diagnostics.h"
+
+namespace {
+
+using namespace MoveTokenBits;
+
+bool IsFileLetter(char c) { return c >= 'a' && c <= 'h'; }
+bool IsRankDigit(char c) { return c >= '1' && c <= '8'; }
+
+// PackedMove promotion code by piece number: queen 0, rook 1, bishop 2, knight 3.
+uint32_t PromotionCode(uint32_t piece)
+{
+    switch (piece) {
+    case PieceRook: return 1;
+    case PieceBishop: return 2;
+    case PieceKnight: return 3;
+    default: return 0;
+    }
+}
+
+uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
+{
+    return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
+}
+
+bool Legal(sPosition* position, uint32_t move)
+{
+    return MoveIsLegal(position, move) != 0;
+}
+
+// Reads the castling words: two of O, o or 0 are short, three are long.
+int32_t ParseCastling(const char* text, int32_t length, uint32_t* word)
+{
+    int count = 0;
+    for (int32_t i = 0; i < length; ++i) {
+        count += text[i] == 'O' || text[i] == 'o' || text[i] == '0';
+    }
+    if (count != 2 && count != 3) {
+        return 0;
+    }
+    *word = (*word & ~PieceMask) | PieceKing | (count == 2 ? ShortCastling : LongCastling);
+    return 1;
+}
+
+uint32_t MirrorRanks(uint32_t token)
+{
+    if (token & FromRankGiven) {
+        token ^= 7u << FromRankShift;
+    }
+    return token ^ (7u << ToRankShift);
+}
+
+uint32_t ResolvePawnCapture(sPosition* position, uint32_t token, int to, uint32_t promotion)
+{
+    int forward = position->sideToMove ? 8 : -8;
+    int fromFile = static_cast<int>(TokenFromFile(token));
+    if (!(token & NoToRank)) {
+        int from = to - forward - (to & 7) + fromFile;
+        if (from < 0 || from > 63) {
+            return 0;
+        }
+        uint32_t move = Packed(from, to, promotion);
+        return Legal(position, move) ? move : 0;
+    }
+    // Files alone: any own pawn on the from-file that can take on the to-file.
+    uint8_t ownPawn = position->sideToMove ? OV_WHITE_PAWN : OV_BLACK_PAWN;
+    int toFile = to & 7;
+    uint32_t found = 0;
+    for (int from = fromFile; from < 64; from += 8) {
+        int target = from + forward - fromFile + toFile;
+        if (position->board[from] != ownPawn || target < 0 || target > 63) {
+            continue;
+        }
+        uint32_t move = Packed(from, target, promotion);
+        if (Legal(position, move)) {
+            if (found != 0) {
+                return 0;
+            }
+            found = move;
+        }
+    }
+    return found;
+}
+
+uint32_t ResolvePawnAdvance(sPosition* position, int to, uint32_t promotion)
+{
+    int rank = to >> 3;
+    int from;
+    if (position->sideToMove) {
+        if (rank == 0) {
+            return 0;
+        }
+        from = to - 8;
+        if (rank == 3 && position->board[from] != OV_WHITE_PAWN) {
+            from -= 8;
+        }
+    } else {
+        if (rank == 7) {
+            return 0;
+        }
+        from = to + 8;
+        if (rank == 4 && position->board[from] != OV_BLACK_PAWN) {
+            from += 8;
+        }
+    }
+    uint32_t move = Packed(from, to, promotion);
+    if (Legal(position, move)) {
+        return move;
+    }
+    // A capture written without its from-file, "d5" for "exd5".
+    uint32_t found = 0;
+    int candidates = 0;
+    if ((from & 7) > 0 && Legal(position, move = Packed(from - 1, to, promotion))) {
+        found = move;
+        ++candidates;
+    }
+    if ((from & 7) < 7 && Legal(position, move = Packed(from + 1, to, promotion))) {
+        found = move;
+        ++candidates;
+    }
+    return candidates == 1 ? found : 0;
+}
+
+uint32_t ResolvePieceMove(sPosition* position, uint32_t token, int to)
+{
+    uint8_t own = static_cast<uint8_t>(TokenPiece(token) | (position->sideToMove ? 8 : 0));
+    // One place per square: a set-up position may hold any number of a kind.
+    uint8_t candidates[64];
+    int count = 0;
+    for (int from = 0; from < 64; ++from) {
+        if (position->board[from] == own && Legal(position, Packed(from, to))) {
+            candidates[count++] = static_cast<uint8_t>(from);
+        }
+    }
+    if (count == 1) {
+        return Packed(candidates[0], to);
+    }
+    bool byFile = (token & FromFileGiven) != 0;
+    bool byRank = (token & FromRankGiven) != 0;
+    if (count == 0 || (!byFile && !byRank)) {
+        return 0;
+    }
+    for (int i = 0; i < count; ++i) {
+        int from = candidates[i];
+        if ((!byFile || (from & 7) == static_cast<int>(TokenFromFile(token))) &&
+            (!byRank || (from >> 3) == static_cast<int>(TokenFromRank(token)))) {
+            return Packed(from, to);
+        }
+    }
+    return 0;
+}
+
+uint32_t ResolveKingMove(sPosition* position, int to)
+{
+    uint8_t king = position->sideToMove ? OV_WHITE_KING : OV_BLACK_KING;
+    for (int from = 0; from < 64; ++from) {
+        if (position->board[from] == king) {
+            uint32_t move = Packed(from, to);
+            return Legal(position, move) ? move : 0;
+        }
+    }
+    return 0;
+}
+
+uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
+{
+    bool white = position->sideToMove != 0;
+    int base = white ? 0 : 56;
+    uint32_t classical = Packed(base + 4, base + (isShort ? 6 : 2));
+    if (Legal(position, classical)) {
+        return classical;
+    }
+    if (!fischer) {
+        return 0;
+    }
+    uint8_t king = white ? OV_WHITE_KING : OV_BLACK_KING;
+    int kingSquare = -1;
+    for (int square = base + 1; square <= base + 6; ++square) {
+        if (position->board[square] == king) {
+            kingSquare = square;
+            break;
+        }
+    }
+    if (kingSquare < 0) {
+        return 0;
+    }
+    // Field order of CastlingFields: white long, white short, black long, black short.
+    int field = (white ? 0 : 2) + (isShort ? 1 : 0);
+    uint8_t value = CastlingField(*position, field);
+    if (value == 0) {
+        return 0;
+    }
+    int rookSquare = CastlingRookSquare(field, value);
+    if (rookSquare > 63 || position->board[rookSquare] != (white ? OV_WHITE_ROOK : OV_BLACK_ROOK)) {
+        return 0;
+    }
+    DebugTrace("skipping legality check on %s %s Fischer castling.", isShort ? "short" : "long",
+               white ? "white" : "black");
+    return Packed(kingSquare, rookSquare);
+}
+
+}  // namespace
+
+uint32_t PieceFromLetter(const char* pieceLetters, char c)
+{
+    for (uint32_t i = 0; i < 5 && pieceLetters[i] != '\0'; ++i) {
+        if (pieceLetters[i] == c) {
+            return i + PieceKnight;
+        }
+    }
+    return 0;
+}
+
+int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t length, uint32_t* token)
+{
+    if (length <= 0 || text[0] == '.' ||
+        (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'))) {
+        return 0;
+    }
+    uint32_t word = PiecePawn;
+    int rank = -1;
+    bool sawP = false;
+    int32_t fileAt = -1;
+    for (int32_t i = length - 1; i >= 0; --i) {
+        char c = text[i];
+        uint32_t promotion = PieceFromLetter(pieceLetters, c);
+        if (promotion != 0 && promotion != PieceKing) {
+            word = (word & ~(7u << PromotionShift)) | (promotion << PromotionShift);
+        } else if (c == 'p') {
+            sawP = true;
+        } else if (IsRankDigit(c)) {
+            rank = c - '1';
+        } else if (c == 'e' && sawP && rank < 0) {
+            // the "e" of a suffix written "ep"
+        } else if (IsFileLetter(c)) {
+            fileAt = i;
+            break;
+        }
+    }
+    if (fileAt < 0) {
+        if (!ParseCastling(text, length, &word)) {
+            return 0;
+        }
+        *token = word;
+        return 1;
+    }
+    word |= static_cast<uint32_t>(text[fileAt] - 'a') << ToFileShift;
+    if (rank >= 0) {
+        word |= static_cast<uint32_t>(rank) << ToRankShift;
+    } else {
+        word |= NoToRank;
+    }
+    for (int32_t i = fileAt - 1; i >= 0; --i) {
+        char c = text[i];
+        if (IsFileLetter(c)) {
+            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
+                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
+        } else if (IsRankDigit(c)) {
+            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
+                   (static_cast<uint32_t>(c - '1') << FromRankShift);
+        } else if (uint32_t piece = PieceFromLetter(pieceLetters, c); piece != 0) {
+            word = (word & ~PieceMask) | piece;
+        }
+    }
+    *token = word;
+    return 1;
+}
+
+uint32_t ResolveMoveToken(sPosition* position, uint32_t token, int32_t fischer, int32_t swap)
+{
+    if (swap) {
+        token = MirrorRanks(token);
+    }
+    int to = static_cast<int>(TokenToFile(token) + 8 * TokenToRank(token));
+    uint32_t piece = TokenPiece(token);
+    switch (piece) {
+    case PiecePawn: {
+        uint32_t promotion = PromotionCode(TokenPromotion(token));
+        if ((token & FromFileGiven) && TokenFromFile(token) != TokenToFile(token)) {
+            return ResolvePawnCapture(position, token, to, promotion);
+        }
+        return ResolvePawnAdvance(position, to, promotion);
+    }
+    case PieceKnight:
+    case PieceBishop:
+    case PieceRook:
+    case PieceQueen:
+        return ResolvePieceMove(position, token, to);
+    case PieceKing:
+        if (token & (ShortCastling | LongCastling)) {
+            return ResolveCastling(position, (token & ShortCastling) != 0, fischer);
+        }
+        return ResolveKingMove(position, to);
+    default:
+        return 0;
+    }
+}

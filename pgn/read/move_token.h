@@ -1,0 +1,57 @@
+// Move texts of PGN as MoveTokens, and a token as a move in a position.
+#ifndef ORVAN_PGN_READ_MOVE_TOKEN_H
+#define ORVAN_PGN_READ_MOVE_TOKEN_H
+
+#include <cstdint>
+
+#include "orvan.h"
+
+// A move of the text, read without a board. Piece numbers are colourless:
+// 1 pawn, 2 knight, 3 bishop, 4 rook, 5 queen, 6 king.
+namespace MoveTokenBits {
+inline constexpr uint32_t PieceMask = 0x7;           // bits 0-2
+inline constexpr uint32_t FromFileGiven = 1u << 3;
+inline constexpr uint32_t FromRankGiven = 1u << 4;
+inline constexpr int FromFileShift = 5;              // bits 5-7
+inline constexpr int FromRankShift = 8;              // bits 8-10
+inline constexpr uint32_t NoToRank = 1u << 11;       // pawn capture by files alone
+inline constexpr int ToFileShift = 12;               // bits 12-14
+inline constexpr int ToRankShift = 15;               // bits 15-17
+inline constexpr int PromotionShift = 18;            // bits 18-20, 0 none
+inline constexpr uint32_t ShortCastling = 1u << 21;
+inline constexpr uint32_t LongCastling = 1u << 22;
+inline constexpr uint32_t OpensVariation = 1u << 23;
+inline constexpr int CloseCountShift = 24;           // bits 24-31
+inline constexpr uint32_t MoveBits = (1u << 23) - 1; // what the move text gives
+}  // namespace MoveTokenBits
+
+enum PgnPiece : uint32_t {
+    PiecePawn = 1, PieceKnight, PieceBishop, PieceRook, PieceQueen, PieceKing
+};
+
+inline uint32_t TokenPiece(uint32_t token) { return token & MoveTokenBits::PieceMask; }
+inline uint32_t TokenFromFile(uint32_t token) { return (token >> MoveTokenBits::FromFileShift) & 7; }
+inline uint32_t TokenFromRank(uint32_t token) { return (token >> MoveTokenBits::FromRankShift) & 7; }
+inline uint32_t TokenToFile(uint32_t token) { return (token >> MoveTokenBits::ToFileShift) & 7; }
+inline uint32_t TokenToRank(uint32_t token) { return (token >> MoveTokenBits::ToRankShift) & 7; }
+inline uint32_t TokenPromotion(uint32_t token) { return (token >> MoveTokenBits::PromotionShift) & 7; }
+inline uint32_t TokenCloseCount(uint32_t token) { return token >> MoveTokenBits::CloseCountShift; }
+inline bool TokenOpens(uint32_t token) { return (token & MoveTokenBits::OpensVariation) != 0; }
+
+// 2 to 6 for the first to fifth of `pieceLetters` (knight, bishop, rook, queen,
+// king), 0 for any other character.
+uint32_t PieceFromLetter(const char* pieceLetters, char c);
+
+// Reads `text` of `length` characters as a move, from its end: standard or
+// long algebraic, pawn captures by files alone, castling with letters or
+// digits, suffixes passed over. Returns 1 and sets bits 0-22 of *token for a
+// move, else 0 with *token untouched.
+int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t length, uint32_t* token);
+
+// The PackedMove that `token` means in `position` (made and taken back on the
+// record, which is left as it was), or 0 when it is illegal or ambiguous.
+// `fischer` allows castling with the king going to its rook's square; `swap`
+// mirrors the token's ranks first, for a game read with colours exchanged.
+uint32_t ResolveMoveToken(sPosition* position, uint32_t token, int32_t fischer, int32_t swap);
+
+#endif

@@ -1,0 +1,47 @@
+// Reads PGN text through the reader and keeps what each callback saw, in a
+// form that tests can compare.
+#ifndef ORVAN_TESTS_PGN_READ_READ_HELPERS_H
+#define ORVAN_TESTS_PGN_READ_READ_HELPERS_H
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orvan.h"
+
+struct ReadGame {
+    std::array<std::string, PGN_TAG_COUNT> tags;
+    uint32_t moveCount = 0;
+    uint32_t treeCount = 0;
+    uint32_t firstMoveNumber = 0;
+    int32_t resultToken = 0;
+    int32_t hasComment = 0;
+    int32_t movesRead = 0;
+    sPosition position{};
+    // The tree as "e2e4" words, "*" behind an entry with MoveBranch and "|"
+    // behind one with MoveLineEnd.
+    std::vector<std::string> moves;
+    // By annotation index (0 the game, i + 1 the entry moves[i]); only set
+    // entries are kept.
+    std::map<uint32_t, uint16_t> nags;
+    std::map<uint32_t, std::string> comments;
+
+    const std::string& Tag(int32_t number) const { return tags[number - 1]; }
+};
+
+// "e2e4", "e7e8n": a PackedMove with its marker bits written behind.
+std::string MoveWord(uint16_t move);
+
+// Reads all games of `text` (handed over with its terminating NUL) with a
+// callback that keeps each game and goes on. `stopAfter` games stop the read.
+std::vector<ReadGame> ReadText(std::string_view text, uint32_t flags = 0,
+                               const char* pieceLetters = "NBRQK", size_t stopAfter = SIZE_MAX,
+                               int32_t* result = nullptr);
+
+// The single game of `text`; the test fails when there is not exactly one.
+ReadGame ReadOne(std::string_view text, uint32_t flags = 0, const char* pieceLetters = "NBRQK");
+
+#endif
