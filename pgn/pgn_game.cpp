@@ -1,7 +1,10 @@
 #include "pgn/pgn_game.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
+
+#include "chess/position.h"
 
 
 void ResetPgnGame(PgnGame* game)
@@ -17,6 +20,14 @@ void ResetPgnGame(PgnGame* game)
     game->commentIndex[0] = 0;
     game->commentUsed = 1;
     game->resultToken = PgnResultNone;
+}
+
+void ClearPgnGame(PgnGame* game)
+{
+    ResetPgnGame(game);
+    std::fill_n(game->commentIndex, PgnAnnotationEntries, 0u);
+    std::fill_n(game->nags, PgnAnnotationEntries, uint16_t{0});
+    *game->position = StartPosition;
 }
 
 void ResultTokenText(char* dest, int32_t number)

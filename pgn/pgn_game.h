@@ -45,6 +45,10 @@ inline constexpr int PgnAnnotationEntries = PGN_MAX_MOVES + 1;
 // position and the other array entries stay as they are.
 void ResetPgnGame(PgnGame* game);
 
+// ResetPgnGame, then zeroes all entries of nags and commentIndex and sets the
+// position to the standard start position.
+void ClearPgnGame(PgnGame* game);
+
 // Copies the result text of `number` (taken modulo 4, so -1 gives "1/2-1/2")
 // into `dest`, which holds at least PgnResultTextSize characters.
 void ResultTokenText(char* dest, int32_t number);
