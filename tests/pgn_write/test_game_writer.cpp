@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <thread>
+
+#include "pgn_write/test_game.h"
+
+namespace {
+
+// King and pawn against king, White to move at move 12, castling gone.
+void SetKingAndPawn(TestGame& game, uint8_t sideToMove)
+{
+    sPosition& position = *game.game().position;
+    std::memset(position.board, 0, sizeof position.board);
+    position.board[Square("e1")] = OV_WHITE_KING;
+    position.board[Square("e2")] = OV_WHITE_PAWN;
+    position.board[Square("e8")] = OV_BLACK_KING;
+    position.sideToMove = sideToMove;
+    position.castleWhiteLong = position.castleWhiteShort = 0;
+    position.castleBlackLong = position.castleBlackShort = 0;
+    game.game().firstMoveNumber = 11;
+}
+
+TEST(PgnWriteGame, SetUpGameWithCommentsGlyphAndVariation)
+{
+    TestGame game;
+    SetKingAndPawn(game, 1);
+    game.Tree({"e2e4", "e8d7B", "e1f2E", "e8e7", "e1f2E"})
+        .Comment(0, "Start")
+        .Nags(1, 1)
+        .Comment(1, "Best")
+        .Tag(TagDate, "1998.08.??")
+        .Tag(TagResult, "1-0");
+    ASSERT_EQ(game.game().moveCount, 3u);
+    ASSERT_EQ(game.game().treeCount, 5u);
+    EXPECT_EQ(game.Text(),
+              "[Event \"?\"]\n"
+              "[Site \"?\"]\n"
+              "[Date \"1998.08.??\"]\n"
+              "[Round \"?\"]\n"
+              "[White \"?\"]\n"
+              "[Black \"?\"]\n"
+              "[Result \"1-0\"]\n"
+              "[SetUp \"1\"]\n"
+              "[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 12\"]\n"
+              "\n"
+              "{Start} 12. e4 $1 {Best} 12... Kd7 (12... Ke7 13. Kf2) 13. Kf2 1-0\n"
+              "\n");
+}
+
+TEST(PgnWriteGame, BlackToMoveStartsAtPly23)
+{
+    TestGame game;
+    SetKingAndPawn(game, 0);
+    game.Tree({"e8d7", "e2e4E"}).Tag(TagResult, "*");
+    std::string text = game.Text();
+    EXPECT_NE(text.find("[FEN \"4k3/8/8/8/8/8/4P3/4K3 b - - 0 12\"]\n\n12... Kd7 13. e4 *\n\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST(PgnWriteGame, TagSectionOrderAndRules)
+{
+    TestGame game;
+    const char* values[PGN_TAG_COUNT] = {
+        "Ev", "Si", "2001.2.3", "Ro", "Wh", "Bl", "1/2-1/2", "GM", "FM", "2700", "2500",
+        "NOR", "IND", "1:5", "00:00:00", "B90", "Anno", "2", "8/8/8/8/8/8/8/8 w - - 0 1", "Rem"};
+    for (int tag = TagEvent; tag <= TagRemark; ++tag)
+        game.Tag(static_cast<PgnTagNumber>(tag), values[tag - 1]);
+    game.Tree({"e2e4E"});
+    // From the standard position: no SetUp and no FEN, whatever the slots hold.
+    EXPECT_EQ(game.Text(),
+              "[Event \"Ev\"]\n"
+              "[Site \"Si\"]\n"
+              "[Date \"2001.02.03\"]\n"
+              "[Round \"Ro\"]\n"
+              "[White \"Wh\"]\n"
+              "[Black \"Bl\"]\n"
+              "[Result \"1/2-1/2\"]\n"
+              "[WhiteTitle \"GM\"]\n"
+              "[WhiteElo \"2700\"]\n"
+              "[WhiteCountry \"NOR\"]\n"
+              "[WhiteTime \"01:05:00\"]\n"
+              "[BlackTitle \"FM\"]\n"
+              "[BlackElo \"2500\"]\n"
+              "[BlackCountry \"IND\"]\n"
+              "[Annotator \"Anno\"]\n"
+              "[ECO \"B90\"]\n"
+              "[Remark \"Rem\"]\n"
+              "\n"
+              "1. e4 1/2-1/2\n"
+              "\n");
+}
+
+TEST(PgnWriteGame, SetUpNumberAndStartPositionTest)
+{
+    const struct {
+        const char* setUpSlot;
+        const char* setUpLine;
+    } cases[] = {{"2", "[SetUp \"2\"]"}, {" +2 fischer", "[SetUp \"2\"]"}, {"1", "[SetUp \"1\"]"},
+                 {"", "[SetUp \"1\"]"},  {"3", "[SetUp \"1\"]"},           {"x2", "[SetUp \"1\"]"}};
+    for (const auto& c : cases) {
+        TestGame game;
+        game.game().position->castleBlackLong = 0;  // one byte off the standard start
+        game.Tag(TagSetUp, c.setUpSlot).Tag(TagFen, "ignored");
+        std::string text = game.Text();
+        EXPECT_NE(text.find(std::string("\n") + c.setUpLine + "\n[FEN \"rnbqkbnr/pppppppp/8/8/8/8/"
+                                                               "PPPPPPPP/RNBQKBNR w KQk - 0 1\"]\n"),
+                  std::string::npos)
+            << text;
+    }
+    TestGame blackToMove;
+    blackToMove.game().position->sideToMove = 0;
+    EXPECT_NE(blackToMove.Text().find("[SetUp \"1\"]"), std::string::npos);
+}
+
+TEST(PgnWriteGame, EmptySlotsAndEmptyResult)
+{
+    TestGame game;
+    game.Tree({"e2e4E"});
+    // Empty text slots read "?", the date its template, the result stays empty
+    // and the movetext line ends in the separator of the missing result.
+    EXPECT_EQ(game.Text(),
+              "[Event \"?\"]\n[Site \"?\"]\n[Date \"????.??.??\"]\n[Round \"?\"]\n"
+              "[White \"?\"]\n[Black \"?\"]\n[Result \"\"]\n\n1. e4 \n\n");
+}
+
+TEST(PgnWriteGame, LongValuesAreWrittenWholeWithoutEscapes)
+{
+    TestGame game;
+    std::string quoted = "He said \"hi\" \\ " + std::string(240, 'v');
+    game.Tag(TagEvent, quoted).Tag(TagResult, "*");
+    std::memset(game.game().tags[TagSite - 1], 's', PGN_TAG_SIZE);  // no terminator at all
+    std::string text = game.Text();
+    EXPECT_NE(text.find("[Event \"" + quoted + "\"]\n"), std::string::npos);
+    EXPECT_NE(text.find("[Site \"" + std::string(PGN_TAG_SIZE - 1, 's') + "\"]\n"),
+              std::string::npos);
+}
+
+TEST(PgnWriteGame, FileAndMemoryGiveTheSameBytes)
+{
+    TestGame game;
+    game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"})
+        .Comment(2, std::string(300, 'w') + " tail")
+        .Tag(TagResult, "0-1");
+    std::string memory = game.Text();
+
+    std::FILE* file = std::tmpfile();
+    ASSERT_NE(file, nullptr);
+    PgnSink sink(file);
+    PgnWriteGame(sink, game.game());
+    PgnWriteGame(sink, game.game());
+    // Everything has reached the stream when the call returns.
+    std::rewind(file);
+    std::string written;
+    for (int c; (c = std::fgetc(file)) != EOF;)
+        written += static_cast<char>(c);
+    std::fclose(file);
+    EXPECT_EQ(written, memory + memory);
+}
+
+TEST(PgnWriteGame, WritersOnTwoThreadsDoNotMeet)
+{
+    auto writeGames = [](const char* event, std::string* out) {
+        TestGame game;
+        game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"}).Tag(TagEvent, event).Tag(TagResult, "*");
+        PgnSink sink;
+        for (int i = 0; i < 300; ++i)
+            PgnWriteGame(sink, game.game());
+        *out = TakeText(sink);
+    };
+    std::string one, two, alone;
+    std::thread first(writeGames, "One", &one);
+    std::thread second(writeGames, "Two", &two);
+    first.join();
+    second.join();
+    writeGames("One", &alone);
+    EXPECT_EQ(one, alone);
+    EXPECT_EQ(two.find("One"), std::string::npos);
+    EXPECT_EQ(two.size(), one.size());
+}
+
+}  // namespace

@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "pgn_write/test_game.h"
+#include "support/capture.h"
+
+namespace {
+
+TEST(Movetext, NumbersFollowCommentsAndVariationsNotGlyphs)
+{
+    TestGame game;
+    game.Tree({"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"})
+        .Comment(3, "Usual")
+        .Nags(5, 1)
+        .Tag(TagResult, "*");
+    EXPECT_EQ(game.Movetext(), "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 a6 *");
+    game.Comment(5, "text");
+    EXPECT_EQ(game.Movetext(),
+              "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 {text} 3... a6 *");
+}
+
+TEST(Movetext, VariationsSideBySideAndNested)
+{
+    const struct {
+        std::initializer_list<std::string_view> tree;
+        const char* text;
+    } cases[] = {
+        // two alternatives to one move, in stored order, each with its full number
+        {{"e2e4", "e7e5B", "g1f3", "b8c6E", "c7c5B", "g1f3E", "e7e6E"},
+         "1. e4 e5 (1... c5 2. Nf3) (1... e6) 2. Nf3 Nc6 *"},
+        // a variation inside a variation; Black's reply to a replaced White move
+        // gets its full number, White's move behind a replaced Black move does not
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3B", "d7d6E", "c2c3", "d7d5E"},
+         "1. e4 e5 (1... c5 2. Nf3 (2. c3 d5) 2... d6) 2. Nf3 *"},
+        // an alternative to White's first move
+        {{"e2e4B", "e7e5E", "d2d4", "d7d5E"}, "1. e4 (1. d4 d5) 1... e5 *"},
+        // the last line of the tree without its MoveLineEnd still closes
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5"}, "1. e4 e5 (1... c5) 2. Nf3 *"},
+        // special moves as the writer spells them
+        {{"e2e4", "d7d5", "e4e5", "f7f5", "e5f6", "g8f6", "g1f3", "b8c6", "f1e2", "c8f5", "e1g1",
+          "d8d6", "d2d4", "e8c8E"},
+         "1. e4 d5 2. e5 f5 3. exf6ep Nxf6 4. Nf3 Nc6 5. Be2 Bf5 6. O-O Qd6 7. d4\nO-O-O *"},
+    };
+    for (const auto& c : cases) {
+        TestGame game;
+        game.Tree(c.tree).Tag(TagResult, "*");
+        EXPECT_EQ(game.Movetext(), c.text);
+    }
+}
+
+TEST(Movetext, AnnotationsOfAVariationsFirstMove)
+{
+    TestGame game;
+    game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"})
+        .Nags(4, 2)
+        .Comment(4, "Sharp")
+        .Nags(2, 14 | 15 << 8)
+        .Tag(TagResult, "*");
+    EXPECT_EQ(game.Movetext(), "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *");
+}
+
+TEST(Movetext, PromotionCheckAndMateSigns)
+{
+    TestGame game;
+    sPosition& position = *game.game().position;
+    std::memset(position.board, 0, sizeof position.board);
+    position.board[Square("h1")] = OV_WHITE_KING;
+    position.board[Square("b7")] = OV_WHITE_PAWN;
+    position.board[Square("e8")] = OV_BLACK_KING;
+    position.castleWhiteLong = position.castleWhiteShort = 0;
+    position.castleBlackLong = position.castleBlackShort = 0;
+    game.Tree({"b7b8B", "e8d7", "h1g2E", "b7b8nE"}).Tag(TagResult, "*");
+    EXPECT_EQ(game.Movetext(), "1. b8=Q+ (1. b8=N) 1... Kd7 2. Kg2 *");
+
+    TestGame foolsMate;
+    foolsMate.Tree({"f2f3", "e7e5", "g2g4", "d8h4E"}).Tag(TagResult, "0-1");
+    EXPECT_EQ(foolsMate.Movetext(), "1. f3 e5 2. g4 Qh4# 0-1");
+}
+
+TEST(Movetext, SetUpPositionWithBlackToMove)
+{
+    TestGame game;
+    sPosition& position = *game.game().position;
+    std::memset(position.board, 0, sizeof position.board);
+    position.board[Square("e1")] = OV_WHITE_KING;
+    position.board[Square("e2")] = OV_WHITE_PAWN;
+    position.board[Square("e8")] = OV_BLACK_KING;
+    position.castleWhiteLong = position.castleWhiteShort = 0;
+    position.castleBlackLong = position.castleBlackShort = 0;
+    position.sideToMove = 0;
+    game.game().firstMoveNumber = 11;
+    game.Tree({"e8d7", "e2e4", "d7d6E"}).Comment(0, "Start").Tag(TagResult, "*");
+    EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 13. e4 Kd6 *");
+    // A comment on Black's first move gives White's reply its full number, and
+    // the first move's own annotations are not repeated in front of it.
+    game.Comment(1, "Only").Nags(1, 3);
+    EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
+}
+
+TEST(Movetext, GamesWithoutMoves)
+{
+    TestGame empty;
+    empty.Tree({}).Tag(TagResult, "1-0");
+    EXPECT_EQ(empty.Movetext(), "1-0");
+    empty.Comment(0, "Only a comment").Nags(0, 10);
+    EXPECT_EQ(empty.Movetext(), "$10 {Only a comment} 1-0");
+}
+
+TEST(Movetext, LineBreaksAtTheWidth)
+{
+    const std::string x71(71, 'x'), x75(75, 'x'), x76(76, 'x'), x56(56, 'x'), x80(80, 'x');
+    const struct {
+        std::initializer_list<std::string_view> tree;
+        uint32_t entry;
+        std::string comment;
+        std::string text;
+    } cases[] = {
+        // a number token can end a line, its move opening the next
+        {{"e2e4", "e7e5E"}, 0, x71, "{" + x71 + "} 1.\ne4 e5 *"},
+        // a word reaching character 76 stays; the brace goes to the next line
+        {{"e2e4E"}, 0, x75, "{" + x75 + "\n} 1. e4 *"},
+        {{"e2e4E"}, 0, x76, "{\n" + x76 + "\n} 1. e4 *"},
+        // a long word stands alone on an overlong line
+        {{"e2e4E"}, 0, "short " + x80 + " tail", "{short\n" + x80 + "\ntail} 1. e4 *"},
+        // runs of blanks collapse, a comment of blanks is empty braces
+        {{"e2e4E"}, 1, "  a   b ", "1. e4 {a b} *"},
+        {{"e2e4E"}, 1, "   ", "1. e4 {} *"},
+        // a variation ending in a comment: the bracket sticks to the brace
+        // unless it would reach character 77
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, 4, "Sicilian", "1. e4 e5 (1... c5 {Sicilian}) 2. Nf3 *"},
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, 4, x56, "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
+    };
+    for (const auto& c : cases) {
+        TestGame game;
+        game.Tree(c.tree).Comment(c.entry, c.comment).Tag(TagResult, "*");
+        EXPECT_EQ(game.Movetext(), c.text);
+    }
+}
+
+TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
+{
+    std::string comment;
+    for (int word = 0; word < 200; ++word)
+        comment += std::string(1 + word % 9, static_cast<char>('a' + word % 26)) + " ";
+    TestGame game;
+    game.Tree({"e2e4", "e7e5E"}).Comment(1, comment).Tag(TagResult, "*");
+    std::string text = game.Movetext();
+
+    std::istringstream lines(text);
+    std::string line, joined;
+    while (std::getline(lines, line)) {
+        EXPECT_LE(line.size(), 76u) << line;
+        EXPECT_NE(line.back(), ' ') << "no blank at a line end";
+        joined += (joined.empty() ? "" : " ") + line;
+    }
+    comment.pop_back();
+    EXPECT_EQ(joined, "1. e4 {" + comment + "} 1... e5 *");
+}
+
+TEST(Movetext, CorruptTreeIsReportedAndTheGameStillEnds)
+{
+    BoxCapture boxes;
+    TestGame atTop;
+    atTop.Tree({"e2e4BE"}).Tag(TagResult, "1-0");
+    EXPECT_EQ(atTop.Movetext(), "1. e41-0");
+
+    TestGame inVariation;  // the variation stops without its bracket, the caller goes on at column 0
+    inVariation.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3BE"}).Tag(TagResult, "*");
+    EXPECT_EQ(inVariation.Movetext(), "1. e4 e5 (1... c5 2. Nf32. Nf3 *");
+
+    ASSERT_EQ(boxes.boxes.size(), 2u);
+    EXPECT_EQ(boxes.boxes[0].text, "Internal Error!\nMove tree corrupt.");
+}
+
+}  // namespace
