@@ -61,32 +61,28 @@ int32_t OvgGetVersion(uint32_t* version, uint32_t* second)
 
 uint32_t OvgOpenGamefile(const char* path, int32_t create)
 {
-    RecordCall("OvgOpenGamefile", {FakeArg(path), FakeArg(create)});
-    return static_cast<uint32_t>(FakeResult("OvgOpenGamefile", 100));
+    return static_cast<uint32_t>(
+        AnswerCall("OvgOpenGamefile", 100, {FakeArg(path), FakeArg(create)}));
 }
 
 int32_t OvgCloseGamefile(uint32_t file)
 {
-    RecordCall("OvgCloseGamefile", {FakeArg(file)});
-    return FakeResult("OvgCloseGamefile", 1);
+    return AnswerCall("OvgCloseGamefile", 1, {FakeArg(file)});
 }
 
 int32_t OvgGetNumberOfGames(uint32_t file)
 {
-    RecordCall("OvgGetNumberOfGames", {FakeArg(file)});
-    return FakeResult("OvgGetNumberOfGames", 0);
+    return AnswerCall("OvgGetNumberOfGames", 0, {FakeArg(file)});
 }
 
 int32_t IGFileStatus(uint32_t file, int32_t mask)
 {
-    RecordCall("IGFileStatus", {FakeArg(file), FakeArg(mask)});
-    return FakeResult("IGFileStatus", 0);
+    return AnswerCall("IGFileStatus", 0, {FakeArg(file), FakeArg(mask)});
 }
 
 int32_t OvgFileAction(uint32_t file, int32_t action)
 {
-    RecordCall("OvgFileAction", {FakeArg(file), FakeArg(action)});
-    return FakeResult("OvgFileAction", 1);
+    return AnswerCall("OvgFileAction", 1, {FakeArg(file), FakeArg(action)});
 }
 
 // ---- Stored games ----
@@ -118,14 +114,12 @@ int32_t OvgWriteGame(uint32_t game, uint32_t file, int32_t mode, int32_t* out)
 
 int32_t OvgDeleteGame(uint32_t file, int32_t number)
 {
-    RecordCall("OvgDeleteGame", {FakeArg(file), FakeArg(number)});
-    return FakeResult("OvgDeleteGame", 0);
+    return AnswerCall("OvgDeleteGame", 0, {FakeArg(file), FakeArg(number)});
 }
 
 int32_t OvgUndeleteGame(uint32_t file, int32_t number)
 {
-    RecordCall("OvgUndeleteGame", {FakeArg(file), FakeArg(number)});
-    return FakeResult("OvgUndeleteGame", 0);
+    return AnswerCall("OvgUndeleteGame", 0, {FakeArg(file), FakeArg(number)});
 }
 
 // ---- Game buffer ----

@@ -38,6 +38,13 @@ void RecordCall(std::string_view function, std::initializer_list<std::string> ar
         Fakes().onCall(call);
 }
 
+int32_t AnswerCall(std::string_view function, int32_t fallback,
+                   std::initializer_list<std::string> arguments)
+{
+    RecordCall(function, arguments);
+    return FakeResult(function, fallback);
+}
+
 std::string FakeArg(int64_t value)
 {
     return std::to_string(value);

@@ -66,6 +66,10 @@ uint32_t FakeMoveHandle(uint32_t game, int32_t index);
 // Logs one call as "function(arg, ...)" and runs `onCall`.
 void RecordCall(std::string_view function, std::initializer_list<std::string> arguments);
 
+// RecordCall, then the result set for `function`, else `fallback`.
+int32_t AnswerCall(std::string_view function, int32_t fallback,
+                   std::initializer_list<std::string> arguments);
+
 // Answers a version call: `word` through `version`, 0 through `second`.
 int32_t FakeVersion(uint32_t* version, uint32_t* second, uint32_t word, int32_t result);
 

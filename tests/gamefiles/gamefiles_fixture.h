@@ -21,6 +21,19 @@ protected:
     void TearDown() override { ResetFakes(); }
 };
 
+// With one game buffer allocated through the library and the log cleared.
+class FakeGameBufferTest : public FakeSiblingsTest {
+protected:
+    void SetUp() override
+    {
+        FakeSiblingsTest::SetUp();
+        game = OvAllocGameBuffer();
+        Fakes().calls.clear();
+    }
+
+    OvGameBuffer game = 0;
+};
+
 // True when some thread holds LibraryMutex: another thread cannot take it.
 inline bool LibraryMutexHeld()
 {

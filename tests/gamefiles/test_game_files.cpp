@@ -12,9 +12,10 @@ TEST_F(GameFiles, CreateRemovesOldKeyFilesThenMakesTheFile)
     Fakes().results["OvgOpenGamefile"] = 42;
     Fakes().results["OvkDeleteDatabaseFiles"] = 0;  // ignored
     EXPECT_EQ(OvCreateGamefile("/data/games/new.ovg"), 42u);
-    EXPECT_EQ(Fakes().calls,
-              (CallLog{R"(OvkDeleteDatabaseFiles("/data/games/new.ovg", "/data/games/OvIndex/", 7))",
-                       R"(OvgOpenGamefile("/data/games/new.ovg", 1))"}));
+    EXPECT_EQ(
+        Fakes().calls,
+        (CallLog{R"(OvkDeleteDatabaseFiles("/data/games/new.ovg", "/data/games/OvIndex/", 7))",
+                 R"(OvgOpenGamefile("/data/games/new.ovg", 1))"}));
 }
 
 TEST_F(GameFiles, CreateWithoutDirectoryHandsThePathAsIndexPath)
@@ -33,7 +34,8 @@ TEST_F(GameFiles, CreateRefusesWhatItCannotName)
     EXPECT_EQ(OvCreateGamefile(nullptr), 0u);
     EXPECT_TRUE(Fakes().calls.empty()) << "no key files may be removed under a cut name";
     ASSERT_EQ(trace.lines.size(), 1u);
-    EXPECT_EQ(trace.lines[0].rfind("OrvanDll: OvCreateGamefile: no room for the index path", 0), 0u);
+    EXPECT_EQ(trace.lines[0].rfind("OrvanDll: OvCreateGamefile: no room for the index path", 0),
+              0u);
 }
 
 TEST_F(GameFiles, OpenCloseAndCountPassThrough)
@@ -57,9 +59,10 @@ TEST_F(GameFiles, FileStatusKeepsOnlyOpenAndBulkBits)
         int32_t expected;
         const char* asked;
     };
-    for (const Case& c : {Case{0, 0xFF, 3, "IGFileStatus(5, 0)"}, Case{0, 4, 0, "IGFileStatus(5, 0)"},
-                          Case{0, -1, 3, "IGFileStatus(5, 0)"}, Case{0, 2, 2, "IGFileStatus(5, 0)"},
-                          Case{1, 0xFF, 3, "DbsFileStatus(0)"}, Case{7, 5, 1, "DbsFileStatus(0)"}}) {
+    for (const Case& c :
+         {Case{0, 0xFF, 3, "IGFileStatus(5, 0)"}, Case{0, 4, 0, "IGFileStatus(5, 0)"},
+          Case{0, -1, 3, "IGFileStatus(5, 0)"}, Case{0, 2, 2, "IGFileStatus(5, 0)"},
+          Case{1, 0xFF, 3, "DbsFileStatus(0)"}, Case{7, 5, 1, "DbsFileStatus(0)"}}) {
         ResetFakes();
         Fakes().results["IDIsDatabaseGamefile"] = c.isDatabaseFile;
         Fakes().results["IGFileStatus"] = c.answer;

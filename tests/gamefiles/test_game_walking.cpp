@@ -10,18 +10,9 @@ constexpr MoveXY E2E4{5, 2, 5, 4, 0};  // PackedMove 0x1C0C
 constexpr MoveXY E7E5{5, 7, 5, 5, 0};  // 0x2434
 constexpr MoveXY G1F3{7, 1, 6, 3, 0};  // 0x1506
 
-class GameWalking : public FakeSiblingsTest {
+class GameWalking : public FakeGameBufferTest {
 protected:
-    void SetUp() override
-    {
-        FakeSiblingsTest::SetUp();
-        game = OvAllocGameBuffer();
-        Fakes().calls.clear();
-    }
-
     FakeGame& Game() { return Fakes().games[game]; }
-
-    OvGameBuffer game = 0;
 };
 
 // A board with the kings on e1 and e8, a black pawn that has just made the
@@ -60,7 +51,8 @@ TEST_F(GameWalking, InitialPositionClearsAnUnusableEnPassantFlagTheCurrentOneKee
     std::memset(&again, 0xEE, sizeof again);
     EXPECT_EQ(OvGetCurrentPos(game, &again), 1);
     EXPECT_EQ(std::memcmp(&again, &current, sizeof again), 0);
-    EXPECT_EQ(Fakes().calls, (CallLog{"GetInitialPosition(1, ptr)", "IGGameGetBoard(1)", "IGGameGetBoard(1)"}));
+    EXPECT_EQ(Fakes().calls,
+              (CallLog{"GetInitialPosition(1, ptr)", "IGGameGetBoard(1)", "IGGameGetBoard(1)"}));
 }
 
 TEST_F(GameWalking, NullRecordsAndUnknownBuffers)
@@ -103,9 +95,10 @@ TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
     EXPECT_EQ(moves[3], 1) << "the limit holds";
     EXPECT_EQ(Game().played, 7);
     // The root's NEXT and one NEXT per further move: none past the limit.
-    EXPECT_EQ(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                            [](const std::string& call) { return call.starts_with("IGMoveGetNEXT"); }),
-              3);
+    EXPECT_EQ(
+        std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
+                      [](const std::string& call) { return call.starts_with("IGMoveGetNEXT"); }),
+        3);
 
     PackedMove all[50] = {};
     PackedMove allAgain[50] = {};
@@ -171,14 +164,15 @@ TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
              Step{true, 3, 0, "PlayMoves(1, 0)", 3},  // already there: a step of 0
              Step{true, 8, 5, "PlayMoves(1, 5)", 8},
              Step{true, 0, 8, "PlayMoves(1, -8)", 0},
-             Step{false, -1, 0, "PlayMoves(1, -1)", 0},  // before the start
+             Step{false, -1, 0, "PlayMoves(1, -1)", 0},   // before the start
              Step{true, 12, 10, "PlayMoves(1, 12)", 10},  // past the end
              Step{false, 1, 0, "PlayMoves(1, 1)", 10},
              Step{true, INT32_MIN, 10, "PlayMoves(1, -2147483648)", 0},
              Step{true, INT32_MAX, 10, "PlayMoves(1, 2147483647)", 10},
          }) {
         Fakes().calls.clear();
-        const int32_t result = s.gotoMove ? OvGotoMove(game, s.argument) : OvPlayMoves(game, s.argument);
+        const int32_t result =
+            s.gotoMove ? OvGotoMove(game, s.argument) : OvPlayMoves(game, s.argument);
         EXPECT_EQ(result, s.result) << s.driverCall;
         EXPECT_EQ(Fakes().calls.back(), s.driverCall);
         EXPECT_EQ(Game().played, s.played) << s.driverCall;

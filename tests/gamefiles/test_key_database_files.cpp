@@ -30,7 +30,8 @@ TEST_F(KeyDatabaseFiles, OpenLendsAZeroedCacheThatCloseTakesBackAndFrees)
     ASSERT_NE(cache, nullptr);
     EXPECT_EQ(GlobalSize(cache), KeyCacheBytes);
     EXPECT_TRUE(AllZero(cache, KeyCacheBytes));
-    EXPECT_EQ(Fakes().calls, (CallLog{R"(IDOpenBase("/d/base.ovg", 1, 0))", "DbsKeyCacheOn(ptr, 32)"}));
+    EXPECT_EQ(Fakes().calls,
+              (CallLog{R"(IDOpenBase("/d/base.ovg", 1, 0))", "DbsKeyCacheOn(ptr, 32)"}));
 
     Fakes().calls.clear();
     EXPECT_EQ(OvCloseDatabase(0), 1);
@@ -65,7 +66,8 @@ TEST_F(KeyDatabaseFiles, SecondOpenIsRefusedAndKeepsTheFirstCache)
     EXPECT_EQ(Fakes().keyCache, cache);
     EXPECT_EQ(GlobalSize(cache), KeyCacheBytes);
     ASSERT_EQ(trace.lines.size(), 1u);
-    EXPECT_EQ(trace.lines[0], "OrvanDll: OvOpenDatabase: a database is already open; close it first.");
+    EXPECT_EQ(trace.lines[0],
+              "OrvanDll: OvOpenDatabase: a database is already open; close it first.");
 
     EXPECT_EQ(OvCloseDatabase(0), 1);
     EXPECT_EQ(GlobalSize(cache), 0u);

@@ -3,15 +3,8 @@
 
 namespace {
 
-class StoredGames : public FakeSiblingsTest {
+class StoredGames : public FakeGameBufferTest {
 protected:
-    void SetUp() override
-    {
-        FakeSiblingsTest::SetUp();
-        game = OvAllocGameBuffer();
-        Fakes().calls.clear();
-    }
-
     // Logs, for each call into the siblings, whether the library's lock was held.
     void WatchLock()
     {
@@ -20,7 +13,6 @@ protected:
         };
     }
 
-    OvGameBuffer game = 0;
     CallLog lockDuring;
 };
 
@@ -42,7 +34,8 @@ TEST_F(StoredGames, FreeAlwaysSaysDone)
     EXPECT_EQ(OvFreeGameBuffer(game), 1);
     EXPECT_EQ(OvFreeGameBuffer(game), 1);
     EXPECT_EQ(OvFreeGameBuffer(0), 1);
-    EXPECT_EQ(Fakes().calls, (CallLog{"IGGameCloseGame(1)", "IGGameCloseGame(1)", "IGGameCloseGame(0)"}));
+    EXPECT_EQ(Fakes().calls,
+              (CallLog{"IGGameCloseGame(1)", "IGGameCloseGame(1)", "IGGameCloseGame(0)"}));
 }
 
 TEST_F(StoredGames, ReadsHoldTheLockForTheLoadOnlyAndRecordTheSourceAfter)
@@ -52,10 +45,10 @@ TEST_F(StoredGames, ReadsHoldTheLockForTheLoadOnlyAndRecordTheSourceAfter)
     EXPECT_EQ(Fakes().games[game].sourceNumber, 12);
     EXPECT_EQ(OvReadGameHeader(game, 3, 40), 1);
     EXPECT_EQ(Fakes().games[game].sourceNumber, 40);
-    EXPECT_EQ(lockDuring, (CallLog{"OvgLoadGame(1, 3, 12, 0) locked",
-                                   "IGGamePutSourceLoadnumber(1, 12) free",
-                                   "OvgLoadGameHeader(1, 3, 40) locked",
-                                   "IGGamePutSourceLoadnumber(1, 40) free"}));
+    EXPECT_EQ(
+        lockDuring,
+        (CallLog{"OvgLoadGame(1, 3, 12, 0) locked", "IGGamePutSourceLoadnumber(1, 12) free",
+                 "OvgLoadGameHeader(1, 3, 40) locked", "IGGamePutSourceLoadnumber(1, 40) free"}));
     EXPECT_FALSE(LibraryMutexHeld());
 }
 
@@ -92,9 +85,10 @@ TEST_F(StoredGames, WriteChoosesTheStoreUnderOneHoldOfTheLock)
     out = -5;
     EXPECT_EQ(OvWriteGame(game, 4, &out), 0);
     EXPECT_EQ(out, -5) << "the database store leaves `out` alone";
-    EXPECT_EQ(lockDuring, (CallLog{"IDIsDatabaseGamefile(4) locked", "OvgWriteGame(1, 4, 0, ptr) locked",
-                                   "IDIsDatabaseGamefile(4) locked",
-                                   "OvkSaveToDatabase(1, 4, 0, 0, 1) locked"}));
+    EXPECT_EQ(
+        lockDuring,
+        (CallLog{"IDIsDatabaseGamefile(4) locked", "OvgWriteGame(1, 4, 0, ptr) locked",
+                 "IDIsDatabaseGamefile(4) locked", "OvkSaveToDatabase(1, 4, 0, 0, 1) locked"}));
     EXPECT_FALSE(LibraryMutexHeld());
 }
 
@@ -117,11 +111,13 @@ TEST_F(StoredGames, DeleteAndUndeleteKeepTheDatabaseCountOfDeletedGames)
     };
     for (const Case& c : {
              Case{false, 0, 0, 1, {"OvgDeleteGame(6, 2)", "IDIsDatabaseGamefile(6)"}},
-             Case{false, 0, 1, 1, {"OvgDeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(1)"}},
+             Case{false, 0, 1, 1,
+                  {"OvgDeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(1)"}},
              Case{false, -1, 1, 0, {"OvgDeleteGame(6, 2)"}},
              Case{false, 1, 1, 0, {"OvgDeleteGame(6, 2)"}},
              Case{true, 0, 0, 1, {"OvgUndeleteGame(6, 2)", "IDIsDatabaseGamefile(6)"}},
-             Case{true, 0, 1, 1, {"OvgUndeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(-1)"}},
+             Case{true, 0, 1, 1,
+                  {"OvgUndeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(-1)"}},
              Case{true, -1, 1, 0, {"OvgUndeleteGame(6, 2)"}},
          }) {
         ResetFakes();
