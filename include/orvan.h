@@ -346,9 +346,9 @@ typedef struct PgnGame {
  * OvCreateGamefile(path): creates the game file `path` (replacing one of that
  * name) and opens it. Key files that an earlier game file of that name left in
  * its index directory ("OvIndex/" beside the file) are removed first. Returns
- * the open game file, or 0 on failure: a null `path`, a path whose index
- * directory does not fit in 259 characters, or a file the game store cannot
- * create.
+ * the open game file, or 0 on failure: a null `path`, a path whose directory
+ * and "OvIndex/" together need more than 259 characters (no key files are
+ * touched then), or a file the game store cannot create.
  *
  * OvOpenGamefile(path): opens the existing game file `path`. Returns the open
  * game file, or 0 when it cannot be opened (a null `path` among the causes).
@@ -357,8 +357,8 @@ typedef struct PgnGame {
  * valid. Returns 1, also for a file that is not open.
  *
  * OvGetGamesCount(file): the number of games in `file`, deleted games
- * included; game numbers run from 1 to this count. A file that is not open
- * gets the game store's failure result.
+ * included; game numbers run from 1 to this count. -1 for a file that is not
+ * open.
  *
  * OvFileStatus(file, reserved): the status bits of `file`, OV_FILE_OPEN and
  * OV_FILE_IN_BULK, from the key database when `file` is the open database's
@@ -372,8 +372,8 @@ typedef struct PgnGame {
  * for reading or writing. Bulk operations nest; only the outermost end
  * commits. Both return 1, whatever the store answers.
  *
- * None of these takes the library's lock. A game file may be used by several
- * threads at once.
+ * None of these takes the library's lock: a host that uses one game file from
+ * several threads serialises these calls itself.
  */
 #define OV_FILE_OPEN 1
 #define OV_FILE_IN_BULK 2
@@ -440,11 +440,12 @@ ORVAN_API int32_t OvOptimizeDataBase(int32_t level, int32_t reserved);
  * number then stays as it was.
  * OvReadGameHeader(game, file, number): the same for the header alone.
  *
- * OvWriteGame(game, file, out): stores the game in `game` into `file`: through
- * the key database when `file` is the open database's game file (which files
- * the game under its keys; `out` is then unused), else through the game store,
- * which may store a 32-bit value through `out` (may be null). Returns the
- * store's result: non-zero when the game was stored.
+ * OvWriteGame(game, file, out): appends the game in `game` to `file`: through
+ * the key database when `file` is a handle of the open database's game file
+ * (which also files the game under its keys; `out` is then unused), else
+ * through the game store, which stores the new game's number through `out`
+ * when it is not null. Returns the new game's number (above 0), or 0 when the
+ * game was not stored.
  *
  * OvDeleteGame(file, number) and OvUndeleteGame(file, number): mark game
  * `number` of `file` deleted or no longer deleted, keeping the key database's
@@ -472,8 +473,9 @@ ORVAN_API int32_t OvUndeleteGame(OvGameFile file, int32_t number);
  * words are PackedMove values in the low 16 bits of the result.
  *
  * OvGetInitialPos(game, position): fills `position` with the game's initial
- * position; an en passant square that no pawn of the side to move could use is
- * cleared. `position` may be null to ask for the result alone. Returns 1 for a
+ * position; its en passant square is cleared unless a pawn of the side to
+ * move stands beside the pawn that made the double step (on the a- and h-file
+ * it stays). `position` may be null to ask for the result alone. Returns 1 for a
  * game from the standard start, 2 for a game from a set-up position, 0 when
  * `game` is not allocated (`position` is then left as it was).
  *
@@ -490,12 +492,14 @@ ORVAN_API int32_t OvUndeleteGame(OvGameFile file, int32_t number);
  * OvGetNextMove(game): the move that follows the current position, 0 at the
  * end of the line.
  *
- * OvPlayMoves(game, count): plays `count` moves forward from the current
- * position, or takes -`count` back when negative. Returns the store's result,
- * above 0 when moves were made.
+ * OvPlayMoves(game, count): plays `count` plies forward along the main
+ * continuation, or takes -`count` back when negative, stopping at either end.
+ * Returns the number of plies moved: 0 when already at that end, or for a
+ * buffer that is not allocated.
  *
  * OvGotoMove(game, ply): goes to the position after `ply` plies of the game;
- * 0 is the initial position. Returns the store's result as for OvPlayMoves.
+ * 0 is the initial position, a `ply` beyond the end stops at the end. Returns
+ * the number of plies moved, as OvPlayMoves.
  *
  * None of these takes the library's lock; a game buffer belongs to one thread
  * at a time.
