@@ -1,0 +1,96 @@
+// Records with any byte values: the operations stay inside the record, the
+// destination buffer and the text buffer, and the operations that try moves
+// give the record back as they found it.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+#include "chess/move_generator.h"
+#include "chess/move_notation.h"
+#include "chess/position.h"
+
+namespace {
+
+bool SameRecord(const sPosition& a, const sPosition& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+// Half the records take board bytes from all 256 values, half from the piece
+// codes and their near misses, so that the men meet often enough to move.
+sPosition RandomRecord(std::mt19937& random, bool anyByte)
+{
+    sPosition position;
+    auto* bytes = reinterpret_cast<uint8_t*>(&position);
+    for (size_t i = 0; i < sizeof position; ++i)
+        bytes[i] = static_cast<uint8_t>(random());
+    if (!anyByte)
+        for (uint8_t& square : position.board)
+            square = random() % 3 == 0 ? static_cast<uint8_t>(random() % 16) : 0;
+    return position;
+}
+
+TEST(HostileRecords, StayInsideAndComeBackUnchanged)
+{
+    std::mt19937 random(70);
+    for (int round = 0; round < 3000; ++round) {
+        sPosition position = RandomRecord(random, round % 2 == 0);
+        const sPosition before = position;
+
+        const int verdict = OvIsLegalPos(&position);
+        ASSERT_TRUE(verdict >= OV_POS_LEGAL && verdict <= OV_POS_TOO_MANY_MEN);
+
+        for (int from = 0; from < 64; ++from) {
+            int32_t destinations[MaxDestinations + 1];
+            destinations[MaxDestinations] = -7;
+            const int count = GenerateDestinations(&position, from, destinations);
+            ASSERT_LE(count, MaxDestinations);
+            ASSERT_EQ(destinations[MaxDestinations], -7);
+            for (int i = 0; i < count; ++i)
+                ASSERT_TRUE(destinations[i] >= 0 && destinations[i] < 64);
+        }
+        ASSERT_TRUE(SameRecord(position, before)) << "GenerateDestinations";
+
+        for (int trial = 0; trial < 8; ++trial) {
+            const uint32_t move = static_cast<uint32_t>(random());
+            MoveIsLegal(&position, move);
+            ASSERT_TRUE(SameRecord(position, before)) << "MoveIsLegal " << std::hex << move;
+            const int info = OvGetMoveInfo(&position, move);
+            ASSERT_TRUE(SameRecord(position, before)) << "OvGetMoveInfo " << std::hex << move;
+            char text[OV_MOVE_TEXT_SIZE + 6];
+            std::memset(text, '@', sizeof text);
+            const int length = OvMoveToText(move, static_cast<uint32_t>(info), text,
+                                            static_cast<TextMode>(random()), nullptr);
+            ASSERT_LT(length, OV_MOVE_TEXT_SIZE);
+            ASSERT_EQ(text[OV_MOVE_TEXT_SIZE], '@');
+
+            sPosition played = position;
+            ASSERT_EQ(OvPlayMove(&played, move), 1);
+        }
+        sPosition sanitized = position;
+        SanitizeCastling(&sanitized);
+        const int stands = SanitizeEnPassant(&sanitized, round % 2);
+        ASSERT_EQ(stands, sanitized.epSquare == position.epSquare ? 1 : 0);
+        ASSERT_TRUE(sanitized.epSquare <= 63 || sanitized.epSquare == OV_NO_EP_SQUARE);
+    }
+}
+
+TEST(HostileRecords, DriverBoardWithAnyBytes)
+{
+    std::mt19937 random(152);
+    for (int round = 0; round < 2000; ++round) {
+        BoardRecord board;
+        auto* bytes = reinterpret_cast<uint8_t*>(&board);
+        for (size_t i = 0; i < sizeof board; ++i)
+            bytes[i] = static_cast<uint8_t>(random());
+        if (round % 2)
+            board.epFile = static_cast<int32_t>(random() % 10);
+        sPosition position;
+        const int result = PositionFromBoard(&position, &board, round % 3 == 0);
+        for (uint8_t square : position.board)
+            ASSERT_TRUE(square <= 6 || (square >= 9 && square <= 14));
+        ASSERT_TRUE(position.sideToMove <= 1);
+        ASSERT_TRUE(position.epSquare == OV_NO_EP_SQUARE || (result == 1 && position.epSquare < 64));
+        ASSERT_TRUE(position.castleWhiteLong <= 1 && position.castleBlackShort <= 1);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,167 @@
+// The description byte of a move and its text.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "chess/move_notation.h"
+#include "chess/position.h"
+#include "tests/chess/fen_setter.h"
+
+namespace {
+
+constexpr uint32_t Move(int from, int to, uint32_t promotion = 0)
+{
+    return static_cast<uint32_t>(from | to << 8) | promotion << 14;
+}
+
+std::string Text(uint32_t move, uint32_t info, TextMode mode, const NotationTable* table = nullptr)
+{
+    char text[OV_MOVE_TEXT_SIZE];
+    const int length = OvMoveToText(move, info, text, mode, table);
+    EXPECT_EQ(static_cast<size_t>(length), std::strlen(text));
+    return text;
+}
+
+TEST(MoveText, ModesWithTheDefaultTable)
+{
+    struct Case {
+        uint32_t move, info;
+        const char *mode4, *mode1, *mode3;
+    };
+    for (const Case& c : {
+             Case{Move(6, 21), 0x00, "Nf3", "Ng1-f3", "g1-f3"},
+             Case{Move(12, 28), 0x05, "e4", "e2-e4", "e2-e4"},
+             Case{Move(28, 35), 0x4D, "exd5", "e4xd5", "e4xd5"},
+             Case{Move(36, 43), 0x4E, "exd6ep", "e5xd6ep", "e5xd6ep"},
+             Case{Move(52, 60), 0x17, "e8=Q+", "e7-e8Q+", "e7-e8Q+"},
+             Case{Move(0, 32), 0x8A, "R1xa5", "Ra1xa5", "a1xa5"},
+             Case{Move(4, 6), 0x44, "O-O", "O-O", "O-O"},
+             Case{Move(4, 2), 0xB4, "O-O-O#", "O-O-O#", "O-O-O#"},
+             Case{Move(60, 58), 0xC4, "O-O-O", "O-O-O", "O-O-O"},  // both castling bits: long
+             Case{Move(52, 60, 3), 0x07, "e8=N", "e7-e8N", "e7-e8N"},
+             Case{Move(11, 2, 1), 0x4F, "dxc1=R", "d2xc1R", "d2xc1R"},
+             Case{Move(41, 57, 2), 0x27, "b8=B", "b6-b8B", "b6-b8B"},  // stalemate writes nothing
+             Case{Move(33, 41), 0x33, "Qb6#", "Qb5-b6#", "b5-b6#"},
+             Case{Move(0, 3) | 0xC0, 0x42, "Rad1", "Ra1-d1", "a1-d1"},
+             Case{Move(0, 18), 0xCB, "Qa1xc3", "Qa1xc3", "a1xc3"},
+         }) {
+        EXPECT_EQ(Text(c.move, c.info, 4), c.mode4) << std::hex << c.info;
+        EXPECT_EQ(Text(c.move, c.info, 1), c.mode1) << std::hex << c.info;
+        EXPECT_EQ(Text(c.move, c.info, 3), c.mode3) << std::hex << c.info;
+    }
+    EXPECT_EQ(Text(Move(6, 21), 0x00, 0), "Nf3");
+    EXPECT_EQ(Text(Move(6, 21), 0x00, 0xFFFFFFF8), "Nf3");  // unknown mode bits are ignored
+}
+
+TEST(MoveText, HostTables)
+{
+    NotationTable table = OV_DEFAULT_NOTATION_TABLE;
+    EXPECT_EQ(std::memcmp(table.symbols, OV_DEFAULT_NOTATION, 16), 0);
+    std::memcpy(table.symbols, "SLTDKo:*        ", 16);  // blanks for all suffixes and no marks
+    EXPECT_EQ(Text(Move(52, 60, 3), 0x17, 4, &table), "e8=S");
+    EXPECT_EQ(Text(Move(4, 2), 0xB4, 4, &table), "o:o:o");
+    EXPECT_EQ(Text(Move(36, 43), 0x5E, 4, &table), "e*d6");
+    std::memcpy(table.symbols, "NBRQKO- ++##==e.", 16);
+    EXPECT_EQ(Text(Move(28, 35), 0x4D, 4, &table), "e d5");  // a blank capture mark is copied
+    EXPECT_EQ(Text(Move(28, 35), 0x5D, 4, &table), "e d5++");
+    EXPECT_EQ(Text(Move(28, 35), 0x6D, 4, &table), "e d5==");
+    EXPECT_EQ(Text(Move(28, 35), 0x7D, 4, &table), "e d5##");
+    EXPECT_EQ(Text(Move(36, 43), 0x7E, 4, &table), "e d6e.##");
+}
+
+TEST(MoveText, LongestTextFitsAndNullsAreRefused)
+{
+    char text[16];
+    std::memset(text, '@', sizeof text);
+    NotationTable table = OV_DEFAULT_NOTATION_TABLE;
+    std::memcpy(table.symbols, "NBRQKO-x++######", 16);
+    // Every byte and mode: the text, terminator included, stays in 10 bytes.
+    int longest = 0;
+    for (uint32_t info = 0; info < 256; ++info)
+        for (TextMode mode = 0; mode < 8; ++mode) {
+            const int length = OvMoveToText(Move(52, 60, 3), info, text, mode, &table);
+            longest = std::max(longest, length);
+            ASSERT_LT(length, OV_MOVE_TEXT_SIZE);
+            ASSERT_EQ(text[length], '\0');
+            ASSERT_EQ(text[OV_MOVE_TEXT_SIZE], '@');
+        }
+    EXPECT_EQ(longest, 9);
+    EXPECT_EQ(OvMoveToText(Move(4, 2), 0xB4, text, 4, nullptr), 6);
+    EXPECT_STREQ(text, "O-O-O#");
+    EXPECT_EQ(OvMoveToText(Move(4, 2), 0xB4, nullptr, 4, nullptr), 0);
+}
+
+TEST(MoveInfo, DescribesMovesOfThePosition)
+{
+    struct Case {
+        const char* fen;
+        uint32_t move;
+        int info;
+        const char* text;
+    };
+    for (const Case& c : {
+             Case{"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", Move(6, 21), 0x00, "Nf3"},
+             Case{"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", Move(12, 28), 0x05, "e4"},
+             Case{"4k3/8/8/3p4/4P3/8/8/4K3 w - -", Move(28, 35), 0x4D, "exd5"},
+             Case{"4k3/8/8/3pP3/8/8/8/4K3 w - d6", Move(36, 43), 0x4E, "exd6ep"},
+             Case{"4k3/8/8/3pP3/8/8/8/4K3 w - -", Move(36, 43), 0x4E, "exd6ep"},  // no en passant square needed
+             Case{"8/2k5/8/3pP3/8/8/8/4K3 w - d6", Move(36, 43), 0x5E, "exd6ep+"},
+             Case{"k7/4P3/8/8/8/8/8/7K w - -", Move(52, 60), 0x17, "e8=Q+"},
+             Case{"3r3k/4P3/8/8/8/8/8/7K w - -", Move(52, 59, 3), 0x4F, "exd8=N"},
+             Case{"4k3/8/8/8/8/8/p7/1R2K3 b - -", Move(8, 1), 0x5F, "axb1=Q+"},
+             Case{"R7/7k/8/p7/8/8/8/R3K3 w - -", Move(0, 32), 0x8A, "R1xa5"},
+             Case{"4k3/8/8/8/8/8/8/4K2R w K -", Move(4, 6), 0x44, "O-O"},
+             Case{"2rkr3/2p1p3/8/8/8/8/8/R3K3 w Q -", Move(4, 2), 0xB4, "O-O-O#"},
+             Case{"r3k3/8/8/8/8/8/8/4K3 b q -", Move(60, 58), 0x84, "O-O-O"},
+             Case{"k7/8/8/1Q6/8/8/8/7K w - -", Move(33, 41), 0x23, "Qb6"},          // stalemate
+             Case{"k7/8/1K6/8/8/8/8/7Q w - -", Move(7, 63), 0x33, "Qh8#"},
+             Case{"4k3/8/8/8/8/8/4K3/R6R w - -", Move(0, 3), 0x42, "Rad1"},
+             Case{"4k3/8/8/R7/8/8/4K3/R7 w - -", Move(0, 16), 0x82, "R1a3"},
+             Case{"4k3/8/8/8/8/Q7/8/Q1Q1K3 w - -", Move(0, 18), 0xC3, "Qa1c3"},
+             Case{"4k3/8/8/8/8/8/4N3/1N2K3 w - -", Move(1, 18), 0x40, "Nbc3"},
+             Case{"4k3/4r3/8/8/8/8/4N3/1N2K3 w - -", Move(1, 18), 0x00, "Nc3"},  // the rival is pinned
+             Case{"4k3/8/8/8/8/8/8/4K2R w K -", Move(4, 7), 0x0C, "Kxh1"},       // a king onto its own rook
+             Case{"4k3/8/8/8/8/8/8/R3K3 w Q -", Move(4, 2) | 0x4000, 0x04, "Kc1"},  // no classical word
+         }) {
+        sPosition position = PositionFromFen(c.fen);
+        const sPosition before = position;
+        const int info = OvGetMoveInfo(&position, c.move);
+        EXPECT_EQ(info, c.info) << c.fen << " " << std::hex << c.move;
+        EXPECT_EQ(Text(c.move, static_cast<uint32_t>(info), 4), c.text) << c.fen;
+        EXPECT_EQ(std::memcmp(&position, &before, sizeof position), 0) << c.fen;
+    }
+    EXPECT_EQ(OvGetMoveInfo(nullptr, Move(12, 28)), 0);
+}
+
+TEST(MoveInfo, Helpers)
+{
+    sPosition position = PositionFromFen("r3k2r/1P6/8/8/8/8/1p6/R3K2R w KQkq -");
+    EXPECT_EQ(IsCastlingMove(&position, Move(4, 6) | 0xC0), 1);
+    EXPECT_EQ(IsCastlingMove(&position, Move(4, 2)), 1);
+    EXPECT_EQ(IsCastlingMove(&position, Move(60, 62)), 0);  // black is not to move
+    EXPECT_EQ(IsCastlingMove(&position, Move(4, 6, 1)), 0);
+    EXPECT_EQ(IsPromotion(&position, Move(49, 57)), 1);
+    EXPECT_EQ(IsPromotion(&position, Move(9, 1)), 1);  // whoever is to move
+    EXPECT_EQ(IsPromotion(&position, Move(0, 8)), 0);
+    EXPECT_EQ(IsEnPassantCapture(&position, Move(49, 58)), 1);  // any diagonal step onto an empty square
+    EXPECT_EQ(IsEnPassantCapture(&position, Move(49, 56)), 0);
+    EXPECT_EQ(IsEnPassantCapture(&position, Move(9, 16)), 0);   // black pawn, white to move
+
+    // Without a king of the side to move, square 63 stands for it.
+    sPosition kingless = PositionFromFen("k7/8/8/8/8/8/8/7r w - -");
+    EXPECT_EQ(SideToMoveInCheck(&kingless), 1);
+    kingless = PositionFromFen("k7/8/8/8/8/8/8/6r1 w - -");
+    EXPECT_EQ(SideToMoveInCheck(&kingless), 0);
+    EXPECT_EQ(SideToMoveHasNoMove(&kingless), 1);
+
+    sPosition start = PositionFromFen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -");
+    EXPECT_EQ(SideToMoveHasNoMove(&start), 0);
+    EXPECT_EQ(MoveOutcome(&start, Move(12, 28)), 0);
+    EXPECT_EQ(FindAmbiguity(&start, Move(1, 18)), 0);
+    // The word 0 is the step a1-a1: it empties a1 and passes the move.
+    EXPECT_EQ(MoveOutcome(&start, 0), 0);
+    EXPECT_EQ(IsStartPosition(&start), 1);
+}
+
+}  // namespace
