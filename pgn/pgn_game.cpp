@@ -38,12 +38,12 @@ void ResultTokenText(char* dest, int32_t number)
 
 uint16_t* AllocateNagArray()
 {
-    return new (std::nothrow) uint16_t[PgnAnnotationEntries]();
+    return new (std::nothrow) uint16_t[PgnAnnotationEntries];
 }
 
 uint32_t* AllocateCommentIndexArray()
 {
-    return new (std::nothrow) uint32_t[PgnAnnotationEntries]();
+    return new (std::nothrow) uint32_t[PgnAnnotationEntries];
 }
 
 void FreeNagArray(uint16_t* nags)
@@ -64,6 +64,8 @@ PgnGameStorage::PgnGameStorage()
     game_.nags = AllocateNagArray();
     game_.commentIndex = AllocateCommentIndexArray();
     if (Allocated()) {
+        std::fill_n(game_.nags, PgnAnnotationEntries, uint16_t{0});
+        std::fill_n(game_.commentIndex, PgnAnnotationEntries, 0u);
         ResetPgnGame(&game_);
     }
 }

@@ -55,7 +55,8 @@ void ResultTokenText(char* dest, int32_t number);
 
 // The two heap arrays of a record. The game reader replaces them in the middle
 // of a read when a game has variations, so they are allocated and freed only
-// through these functions. Allocation returns null when memory is short.
+// through these functions. Allocation returns null when memory is short; the
+// entries are not initialised.
 uint16_t* AllocateNagArray();
 uint32_t* AllocateCommentIndexArray();
 void FreeNagArray(uint16_t* nags);
@@ -64,7 +65,8 @@ void FreeCommentIndexArray(uint32_t* commentIndex);
 // A PgnGame laid out with all its stores: the position, the move tree and the
 // comment text inside the object, the glyph and comment index arrays on the
 // heap. Whatever the record's two heap pointers hold when the object goes is
-// freed, once. The record is reset on construction. About 75 kilobytes: an
+// freed, once. The record is reset and its two heap arrays zeroed on
+// construction. About 75 kilobytes: an
 // automatic variable of the operation that runs a read or a conversion.
 class PgnGameStorage {
 public:

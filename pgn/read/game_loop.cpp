@@ -1,8 +1,6 @@
 // The game loop: finds games in PGN text, tells tags from movetext, and ends a
 // game at its result token, at a known tag name behind movetext, or at the
 // end of the input.
-#include <cstring>
-
 #include "pgn/pgn_game.h"
 #include "pgn/read/annotations.h"
 #include "pgn/read/game_reader.h"
@@ -188,9 +186,6 @@ int32_t PgnReadGames(const PgnSource& source, PgnGame* game, uint32_t flags,
         return 0;
     }
     PgnReadContext reader(source.file, source.text, source.size);
-    if (pieceLetters != nullptr) {
-        std::memset(reader.pieceLetters, 0, sizeof reader.pieceLetters);
-        std::strncpy(reader.pieceLetters, pieceLetters, 5);
-    }
+    reader.pieceLetters.Set(pieceLetters);
     return GameLoop(reader, game, flags, callback, context).Run();
 }

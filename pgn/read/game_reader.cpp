@@ -1,7 +1,9 @@
 #include "pgn/read/game_reader.h"
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <strings.h>
 
 #include "chess/position.h"
@@ -128,8 +130,16 @@ void ResolveMoves(PgnReadContext& reader, PgnGame* game, int32_t fischer, int32_
 
 int32_t FindPgnTag(const char* name)
 {
+    static constexpr auto NameLengths = [] {
+        std::array<size_t, PGN_TAG_COUNT> lengths{};
+        for (size_t i = 0; i < lengths.size(); ++i) {
+            lengths[i] = std::char_traits<char>::length(PgnTagNames[i]);
+        }
+        return lengths;
+    }();
+    size_t length = std::strlen(name);
     for (size_t i = 0; i < PgnTagNames.size(); ++i) {
-        if (strcasecmp(name, PgnTagNames[i]) == 0) {
+        if (NameLengths[i] == length && strcasecmp(name, PgnTagNames[i]) == 0) {
             return static_cast<int32_t>(i) + 1;
         }
     }

@@ -1,5 +1,11 @@
 #include "pgn/read/move_token.h"
 
+#include <bit>
+#include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "chess/move_generator.h"
 #include "chess/position.h"
 #include "frame/diagnostics.h"
@@ -125,14 +131,82 @@ uint32_t ResolvePawnAdvance(sPosition* position, int to, uint32_t promotion)
     return candidates == 1 ? found : 0;
 }
 
+// Squares holding `code`, one bit per square.
+uint64_t SquaresHolding(const uint8_t* board, uint8_t code)
+{
+#if defined(__SSE2__)
+    const __m128i wanted = _mm_set1_epi8(static_cast<char>(code));
+    uint64_t mask = 0;
+    for (int part = 0; part < 4; ++part) {
+        __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(board + 16 * part));
+        uint32_t bits = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted)));
+        mask |= static_cast<uint64_t>(bits) << (16 * part);
+    }
+    return mask;
+#else
+    uint64_t mask = 0;
+    for (int square = 0; square < 64; ++square) {
+        mask |= static_cast<uint64_t>(board[square] == code) << square;
+    }
+    return mask;
+#endif
+}
+
+// The squares from which a knight, a bishop, a rook or a queen could reach a
+// square on an empty board, by piece number and square. A man elsewhere has
+// no legal move to that square, so only these are put to the legality test.
+struct ReachTable {
+    uint64_t from[PieceKing + 1][64]{};
+};
+
+constexpr ReachTable MakeReachTable()
+{
+    ReachTable table;
+    for (int to = 0; to < 64; ++to) {
+        int toFile = to & 7;
+        int toRank = to >> 3;
+        for (int from = 0; from < 64; ++from) {
+            if (from == to) {
+                continue;
+            }
+            int files = (from & 7) - toFile;
+            int ranks = (from >> 3) - toRank;
+            int fileDistance = files < 0 ? -files : files;
+            int rankDistance = ranks < 0 ? -ranks : ranks;
+            uint64_t bit = uint64_t{1} << from;
+            bool diagonal = fileDistance == rankDistance;
+            bool straight = files == 0 || ranks == 0;
+            if ((fileDistance == 1 && rankDistance == 2) || (fileDistance == 2 && rankDistance == 1)) {
+                table.from[PieceKnight][to] |= bit;
+            }
+            if (diagonal) {
+                table.from[PieceBishop][to] |= bit;
+            }
+            if (straight) {
+                table.from[PieceRook][to] |= bit;
+            }
+            if (diagonal || straight) {
+                table.from[PieceQueen][to] |= bit;
+            }
+        }
+    }
+    return table;
+}
+
+constexpr ReachTable Reach = MakeReachTable();
+
 uint32_t ResolvePieceMove(sPosition* position, uint32_t token, int to)
 {
-    uint8_t own = static_cast<uint8_t>(TokenPiece(token) | (position->sideToMove ? 8 : 0));
-    // One place per square: a set-up position may hold any number of a kind.
+    uint32_t piece = TokenPiece(token);
+    uint8_t own = static_cast<uint8_t>(piece | (position->sideToMove ? 8 : 0));
+    // Candidates in square order, a1 first; there may be any number of a kind
+    // in a set-up position, one place per square at most.
     uint8_t candidates[64];
     int count = 0;
-    for (int from = 0; from < 64; ++from) {
-        if (position->board[from] == own && Legal(position, Packed(from, to))) {
+    uint64_t men = SquaresHolding(position->board, own) & Reach.from[piece][to];
+    for (; men != 0; men &= men - 1) {
+        int from = std::countr_zero(men);
+        if (Legal(position, Packed(from, to))) {
             candidates[count++] = static_cast<uint8_t>(from);
         }
     }
@@ -156,14 +230,12 @@ uint32_t ResolvePieceMove(sPosition* position, uint32_t token, int to)
 
 uint32_t ResolveKingMove(sPosition* position, int to)
 {
-    uint8_t king = position->sideToMove ? OV_WHITE_KING : OV_BLACK_KING;
-    for (int from = 0; from < 64; ++from) {
-        if (position->board[from] == king) {
-            uint32_t move = Packed(from, to);
-            return Legal(position, move) ? move : 0;
-        }
+    uint64_t kings = SquaresHolding(position->board, position->sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
+    if (kings == 0) {
+        return 0;
     }
-    return 0;
+    uint32_t move = Packed(std::countr_zero(kings), to);
+    return Legal(position, move) ? move : 0;
 }
 
 uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
@@ -205,17 +277,22 @@ uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
 
 }  // namespace
 
-uint32_t PieceFromLetter(const char* pieceLetters, char c)
+void PgnPieceLetters::Set(const char* letters)
 {
-    for (uint32_t i = 0; i < 5 && pieceLetters[i] != '\0'; ++i) {
-        if (pieceLetters[i] == c) {
-            return i + PieceKnight;
+    const char* given = letters != nullptr ? letters : "NBRQK";
+    std::memset(letters_, 0, sizeof letters_);
+    for (int i = 0; i < 5 && given[i] != '\0'; ++i) {
+        letters_[i] = given[i];
+    }
+    std::memset(pieceOf_, 0, sizeof pieceOf_);
+    for (int i = 4; i >= 0; --i) {
+        if (letters_[i] != '\0') {
+            pieceOf_[static_cast<uint8_t>(letters_[i])] = static_cast<uint8_t>(PieceKnight + i);
         }
     }
-    return 0;
 }
 
-int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t length, uint32_t* token)
+int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
 {
     if (length <= 0 || text[0] == '.' ||
         (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'))) {
@@ -227,7 +304,7 @@ int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t lengt
     int32_t fileAt = -1;
     for (int32_t i = length - 1; i >= 0; --i) {
         char c = text[i];
-        uint32_t promotion = PieceFromLetter(pieceLetters, c);
+        uint32_t promotion = pieceLetters.PieceFromLetter(c);
         if (promotion != 0 && promotion != PieceKing) {
             word = (word & ~(7u << PromotionShift)) | (promotion << PromotionShift);
         } else if (c == 'p') {
@@ -262,7 +339,7 @@ int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t lengt
         } else if (IsRankDigit(c)) {
             word = (word & ~(7u << FromRankShift)) | FromRankGiven |
                    (static_cast<uint32_t>(c - '1') << FromRankShift);
-        } else if (uint32_t piece = PieceFromLetter(pieceLetters, c); piece != 0) {
+        } else if (uint32_t piece = pieceLetters.PieceFromLetter(c); piece != 0) {
             word = (word & ~PieceMask) | piece;
         }
     }

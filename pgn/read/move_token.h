@@ -38,15 +38,31 @@ inline uint32_t TokenPromotion(uint32_t token) { return (token >> MoveTokenBits:
 inline uint32_t TokenCloseCount(uint32_t token) { return token >> MoveTokenBits::CloseCountShift; }
 inline bool TokenOpens(uint32_t token) { return (token & MoveTokenBits::OpensVariation) != 0; }
 
-// 2 to 6 for the first to fifth of `pieceLetters` (knight, bishop, rook, queen,
-// king), 0 for any other character.
-uint32_t PieceFromLetter(const char* pieceLetters, char c);
+// The letters the input uses for knight, bishop, rook, queen and king, with a
+// table from character to piece number for the move reader's inner loop.
+class PgnPieceLetters {
+public:
+    PgnPieceLetters() { Set(nullptr); }
+
+    // Takes the first five characters of `letters`; null means "NBRQK".
+    void Set(const char* letters);
+
+    const char* Letters() const { return letters_; }
+
+    // 2 to 6 for the first to fifth letter (the first place wins when a letter
+    // is given twice), 0 for any other character.
+    uint32_t PieceFromLetter(char c) const { return pieceOf_[static_cast<uint8_t>(c)]; }
+
+private:
+    char letters_[6] = {};
+    uint8_t pieceOf_[256] = {};
+};
 
 // Reads `text` of `length` characters as a move, from its end: standard or
 // long algebraic, pawn captures by files alone, castling with letters or
 // digits, suffixes passed over. Returns 1 and sets bits 0-22 of *token for a
 // move, else 0 with *token untouched.
-int32_t ParseMoveToken(const char* pieceLetters, const char* text, int32_t length, uint32_t* token);
+int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token);
 
 // The PackedMove that `token` means in `position` (made and taken back on the
 // record, which is left as it was), or 0 when it is illegal or ambiguous.

@@ -23,8 +23,9 @@ struct TreeWalk {
 };
 
 // The move as the token tells it, in the input's piece letters.
-void TraceIllegalMove(const char* pieceLetters, uint32_t token)
+void TraceIllegalMove(const PgnPieceLetters& letters, uint32_t token)
 {
+    const char* pieceLetters = letters.Letters();
     char text[16];
     if (token & (MoveTokenBits::ShortCastling | MoveTokenBits::LongCastling)) {
         DebugTrace("Illegal move: O-O%s\n", (token & MoveTokenBits::ShortCastling) ? "" : "-O");

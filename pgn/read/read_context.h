@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "orvan.h"
+#include "pgn/read/move_token.h"
 #include "pgn/read/pgn_input.h"
 
 // Room for pending alternatives while a game's moves are resolved.
@@ -22,8 +23,7 @@ struct PgnReadContext {
     // Reads `file`, or when it is null `size` bytes at `text` (see PgnInput).
     PgnReadContext(std::FILE* file, const char* text, int32_t size) : input(file, text, size) {}
 
-    // The letters of knight, bishop, rook, queen and king in the input.
-    char pieceLetters[6] = "NBRQK";
+    PgnPieceLetters pieceLetters;
     // Move tokens of the current game, variations included, in text order.
     uint32_t tokenCount = 0;
     // Open variation brackets; negative after unbalanced closing brackets.
