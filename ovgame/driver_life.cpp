@@ -1,11 +1,14 @@
 // Driver life and version of the game store.
 #include <atomic>
 
+#include "ovgame/game_buffer.h"
+#include "ovgame/game_file.h"
 #include "siblings/game_driver.h"
+
+using namespace ovg;
 
 namespace {
 std::atomic<bool> installed{false};
-std::atomic<int32_t> handleHint{0};
 }  // namespace
 
 int32_t IGInstallGameDriver(int32_t mode)
@@ -18,14 +21,17 @@ int32_t IGInstallGameDriver(int32_t mode)
 
 int32_t IGGameDriverInit(int32_t maxGames)
 {
-    if (!installed)
-        return 1;
-    handleHint = maxGames > 0 ? maxGames : 0;
-    return 0;
+    // The handle tables are fixed in size; the hint needs no preparation.
+    return installed ? 0 : 1;
 }
 
 int32_t IGGameDriverFini(void)
 {
+    for (std::unique_ptr<GameFile>& file : Files().RemoveAll()) {
+        std::lock_guard lock(file->lock);
+        EndAllBulk(*file);
+    }
+    Buffers().RemoveAll();
     return 0;
 }
 

@@ -1,0 +1,350 @@
+// The store's chess rules: target generation, move making, attacks.
+#include "ovgame/board_rules.h"
+
+#include <array>
+#include <cstring>
+
+namespace ovg {
+namespace {
+
+struct Step {
+    int8_t file;
+    int8_t rank;
+};
+
+constexpr Step KnightSteps[8] = {{1, 2}, {2, 1}, {2, -1}, {1, -2}, {-1, -2}, {-2, -1}, {-2, 1}, {-1, 2}};
+// Orthogonal directions at even places, diagonal ones at odd places.
+constexpr Step KingSteps[8] = {{0, 1}, {1, 1}, {1, 0}, {1, -1}, {0, -1}, {-1, -1}, {-1, 0}, {-1, 1}};
+
+constexpr bool OnBoard(int file, int rank) { return file >= 0 && file < 8 && rank >= 0 && rank < 8; }
+
+// For each square and step set, the squares one step away (-1 when off board).
+struct StepTable {
+    int8_t to[64][8];
+};
+
+constexpr StepTable MakeStepTable(const Step (&steps)[8])
+{
+    StepTable table{};
+    for (int sq = 0; sq < 64; ++sq) {
+        for (int d = 0; d < 8; ++d) {
+            const int f = FileOf(sq) + steps[d].file;
+            const int r = RankOf(sq) + steps[d].rank;
+            table.to[sq][d] = OnBoard(f, r) ? int8_t(SquareOf(f, r)) : int8_t(-1);
+        }
+    }
+    return table;
+}
+
+constexpr StepTable KnightTable = MakeStepTable(KnightSteps);
+constexpr StepTable KingTable = MakeStepTable(KingSteps);
+
+constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
+constexpr uint8_t CastleFlag[2][2] = {{DrvCastleWhiteShort, DrvCastleWhiteLong},
+                                      {DrvCastleBlackShort, DrvCastleBlackLong}};
+constexpr uint8_t HomeKingSquare[2] = {4, 60};
+
+void PutPiece(Position& pos, int square, uint8_t code)
+{
+    const uint8_t old = pos.squares[square];
+    if (IsPiece(old))
+        pos.occupied[ColorOf(old)] &= ~(uint64_t{1} << square);
+    pos.squares[square] = code;
+    if (IsPiece(code)) {
+        pos.occupied[ColorOf(code)] |= uint64_t{1} << square;
+        if (KindOf(code) == King)
+            pos.kingSquare[ColorOf(code)] = uint8_t(square);
+    }
+}
+
+int AddRay(const Position& pos, int from, Step step, Color own, uint8_t* targets, int n)
+{
+    int f = FileOf(from) + step.file;
+    int r = RankOf(from) + step.rank;
+    while (OnBoard(f, r)) {
+        const int sq = SquareOf(f, r);
+        const uint8_t code = pos.squares[sq];
+        if (IsPiece(code)) {
+            if (ColorOf(code) != own)
+                targets[n++] = uint8_t(sq);
+            break;
+        }
+        targets[n++] = uint8_t(sq);
+        f += step.file;
+        r += step.rank;
+    }
+    return n;
+}
+
+bool CanTake(const Position& pos, int sq, Color own)
+{
+    const uint8_t code = pos.squares[sq];
+    return !IsPiece(code) || ColorOf(code) != own;
+}
+
+bool RayHits(const Position& pos, int square, Step step, Color by, Kind slider)
+{
+    int f = FileOf(square) + step.file;
+    int r = RankOf(square) + step.rank;
+    while (OnBoard(f, r)) {
+        const uint8_t code = pos.squares[SquareOf(f, r)];
+        if (IsPiece(code))
+            return ColorOf(code) == by && (KindOf(code) == slider || KindOf(code) == Queen);
+        f += step.file;
+        r += step.rank;
+    }
+    return false;
+}
+
+int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
+{
+    int n = 0;
+    const int dir = own == White ? 1 : -1;
+    const int file = FileOf(from);
+    const int rank = RankOf(from) + dir;
+    if (rank < 0 || rank > 7)
+        return 0;
+    const int ahead = SquareOf(file, rank);
+    if (!IsPiece(pos.squares[ahead])) {
+        targets[n++] = uint8_t(ahead);
+        const int startRank = own == White ? 1 : 6;
+        const int twoAhead = ahead + 8 * dir;
+        if (RankOf(from) == startRank && !IsPiece(pos.squares[twoAhead]))
+            targets[n++] = uint8_t(twoAhead);
+    }
+    const int epRank = own == White ? 5 : 2;
+    for (int df = -1; df <= 1; df += 2) {
+        const int f = file + df;
+        if (f < 0 || f > 7)
+            continue;
+        const int sq = SquareOf(f, rank);
+        const uint8_t code = pos.squares[sq];
+        if (IsPiece(code) ? ColorOf(code) != own : (pos.epFile == f + 1 && rank == epRank))
+            targets[n++] = uint8_t(sq);
+    }
+    return n;
+}
+
+}  // namespace
+
+void Normalise(Position& pos)
+{
+    pos.occupied[0] = pos.occupied[1] = 0;
+    pos.kingSquare[0] = pos.kingSquare[1] = NoSquare;
+    for (int sq = 0; sq < 64; ++sq) {
+        const uint8_t code = pos.squares[sq];
+        pos.squares[sq] = DrvEmpty;
+        if (IsPiece(code))
+            PutPiece(pos, sq, code);
+    }
+    pos.side = pos.side == Black ? Black : White;
+    pos.castling &= CastlingAllowed(pos);
+    if (pos.epFile > 8)
+        pos.epFile = 0;
+}
+
+Position StartPosition()
+{
+    Position pos{};
+    constexpr Kind back[8] = {Rook, Knight, Bishop, Queen, King, Bishop, Knight, Rook};
+    for (int f = 0; f < 8; ++f) {
+        pos.squares[SquareOf(f, 0)] = PieceCode(White, back[f]);
+        pos.squares[SquareOf(f, 1)] = PieceCode(White, Pawn);
+        pos.squares[SquareOf(f, 6)] = PieceCode(Black, Pawn);
+        pos.squares[SquareOf(f, 7)] = PieceCode(Black, back[f]);
+    }
+    pos.side = White;
+    pos.castling = DrvCastleWhiteShort | DrvCastleWhiteLong | DrvCastleBlackShort | DrvCastleBlackLong;
+    pos.ply = 1;
+    Normalise(pos);
+    return pos;
+}
+
+Position PositionFromRecord(const BoardRecord& board)
+{
+    Position pos{};
+    for (int sq = 0; sq < 64; ++sq)
+        pos.squares[sq] = board.squares[BoardIndex(FileOf(sq), RankOf(sq))];
+    pos.side = board.sideToMove == 1 ? Black : White;
+    pos.castling = board.castling;
+    pos.epFile = board.epFile >= 1 && board.epFile <= 8 ? uint8_t(board.epFile) : 0;
+    pos.ply = board.ply;
+    Normalise(pos);
+    return pos;
+}
+
+void RecordFromPosition(const Position& pos, BoardRecord& board)
+{
+    std::memset(&board, 0, sizeof board);
+    std::memset(board.squares, 0xFF, sizeof board.squares);  // the border
+    for (int sq = 0; sq < 64; ++sq)
+        board.squares[BoardIndex(FileOf(sq), RankOf(sq))] = pos.squares[sq];
+    board.sideToMove = pos.side == Black ? 1 : 0;
+    board.epFile = pos.epFile;
+    board.castling = pos.castling;
+    board.ply = pos.ply;
+}
+
+uint8_t CastlingAllowed(const Position& pos)
+{
+    uint8_t allowed = 0;
+    for (int c = 0; c < 2; ++c) {
+        const Color color = Color(c);
+        if (pos.squares[HomeKingSquare[c]] != PieceCode(color, King))
+            continue;
+        for (int wing = 0; wing < 2; ++wing) {
+            if (pos.squares[HomeRookSquare[c][wing]] == PieceCode(color, Rook))
+                allowed |= CastleFlag[c][wing];
+        }
+    }
+    return allowed;
+}
+
+int TargetsOf(const Position& pos, int from, uint8_t* targets)
+{
+    const uint8_t code = pos.squares[from];
+    if (!IsPiece(code))
+        return 0;
+    const Color own = ColorOf(code);
+    int n = 0;
+    switch (KindOf(code)) {
+    case Pawn:
+        return PawnTargets(pos, from, own, targets);
+    case Knight:
+        for (int d = 0; d < 8; ++d) {
+            const int to = KnightTable.to[from][d];
+            if (to >= 0 && CanTake(pos, to, own))
+                targets[n++] = uint8_t(to);
+        }
+        return n;
+    case Bishop:
+        for (int d = 1; d < 8; d += 2)
+            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+        return n;
+    case Rook:
+        for (int d = 0; d < 8; d += 2)
+            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+        return n;
+    case Queen:
+        for (int d = 0; d < 8; ++d)
+            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+        return n;
+    case King:
+        for (int d = 0; d < 8; ++d) {
+            const int to = KingTable.to[from][d];
+            if (to >= 0 && CanTake(pos, to, own))
+                targets[n++] = uint8_t(to);
+        }
+        if (from == HomeKingSquare[own]) {
+            const uint8_t rights = pos.castling & CastlingAllowed(pos);
+            if ((rights & CastleFlag[own][0]) && !IsPiece(pos.squares[from + 1]) &&
+                !IsPiece(pos.squares[from + 2]))
+                targets[n++] = uint8_t(from + 2);
+            if ((rights & CastleFlag[own][1]) && !IsPiece(pos.squares[from - 1]) &&
+                !IsPiece(pos.squares[from - 2]) && !IsPiece(pos.squares[from - 3]))
+                targets[n++] = uint8_t(from - 2);
+        }
+        return n;
+    default:
+        return 0;
+    }
+}
+
+bool IsAttacked(const Position& pos, int square, Color by)
+{
+    for (int d = 0; d < 8; ++d) {
+        const int k = KnightTable.to[square][d];
+        if (k >= 0 && pos.squares[k] == PieceCode(by, Knight))
+            return true;
+        const int n = KingTable.to[square][d];
+        if (n >= 0 && pos.squares[n] == PieceCode(by, King))
+            return true;
+        if (RayHits(pos, square, KingSteps[d], by, (d & 1) ? Bishop : Rook))
+            return true;
+    }
+    // A pawn of `by` attacks from one rank behind, seen from its own side.
+    const int rank = RankOf(square) + (by == White ? -1 : 1);
+    if (rank < 0 || rank > 7)
+        return false;
+    for (int df = -1; df <= 1; df += 2) {
+        const int f = FileOf(square) + df;
+        if (f >= 0 && f < 8 && pos.squares[SquareOf(f, rank)] == PieceCode(by, Pawn))
+            return true;
+    }
+    return false;
+}
+
+bool InCheck(const Position& pos, Color color)
+{
+    const uint8_t king = pos.kingSquare[color];
+    return king != NoSquare && IsAttacked(pos, king, Color(color ^ 1));
+}
+
+void MakeMove(Position& pos, int from, int to, Kind promotion)
+{
+    uint8_t code = pos.squares[from];
+    const Color own = ColorOf(code);
+    const Kind kind = KindOf(code);
+    const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
+    if (diagonalPawnStep && !IsPiece(pos.squares[to]))
+        PutPiece(pos, SquareOf(FileOf(to), RankOf(from)), DrvEmpty);  // en passant
+    if (kind == King && (to - from == 2 || from - to == 2)) {
+        const int rookFrom = to > from ? from + 3 : from - 4;
+        const int rookTo = to > from ? from + 1 : from - 1;
+        PutPiece(pos, rookTo, pos.squares[rookFrom]);
+        PutPiece(pos, rookFrom, DrvEmpty);
+    }
+    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0))
+        code = PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen);
+    PutPiece(pos, from, DrvEmpty);
+    PutPiece(pos, to, code);
+
+    for (int c = 0; c < 2; ++c) {
+        for (int wing = 0; wing < 2; ++wing) {
+            const int rookSq = HomeRookSquare[c][wing];
+            if (from == rookSq || to == rookSq || from == HomeKingSquare[c])
+                pos.castling &= uint8_t(~CastleFlag[c][wing]);
+        }
+    }
+    pos.epFile = 0;
+    if (kind == Pawn && (to - from == 16 || from - to == 16)) {
+        // Only a double step that an enemy pawn beside it could take sets the file.
+        const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
+        const int f = FileOf(to);
+        if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
+            pos.epFile = uint8_t(f + 1);
+    }
+    pos.side = uint8_t(own ^ 1);
+    ++pos.ply;
+}
+
+bool IsLegalMove(const Position& pos, int from, int to)
+{
+    if (from < 0 || from > 63 || to < 0 || to > 63)
+        return false;
+    const uint8_t code = pos.squares[from];
+    if (!IsPiece(code) || ColorOf(code) != pos.side)
+        return false;
+    uint8_t targets[MaxTargets];
+    const int n = TargetsOf(pos, from, targets);
+    bool found = false;
+    for (int i = 0; i < n && !found; ++i)
+        found = targets[i] == to;
+    if (!found)
+        return false;
+    const Color own = Color(pos.side);
+    if (KindOf(code) == King && (to - from == 2 || from - to == 2)) {
+        if (InCheck(pos, own) || IsAttacked(pos, (from + to) / 2, Color(own ^ 1)))
+            return false;
+    }
+    Position after = pos;
+    MakeMove(after, from, to, Queen);
+    return !InCheck(after, own);
+}
+
+bool IsPromotion(const Position& pos, int from, int to)
+{
+    return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
+}
+
+}  // namespace ovg

@@ -1,0 +1,74 @@
+// The store's own chess rules on a 64-square board with the driver's piece
+// codes: move targets in a fixed order (the basis of the packed move form),
+// making moves, attacks and legality. Independent of liborvan's chess code.
+#ifndef OVGAME_BOARD_RULES_H
+#define OVGAME_BOARD_RULES_H
+
+#include <cstdint>
+
+#include "siblings/driver_records.h"
+
+namespace ovg {
+
+// Square = 8 * rank + file, a1 = 0, h8 = 63.
+constexpr int SquareOf(int file, int rank) { return 8 * rank + file; }
+constexpr int FileOf(int square) { return square & 7; }
+constexpr int RankOf(int square) { return square >> 3; }
+
+enum Color : uint8_t { White = 0, Black = 1 };
+// Piece kinds: the driver code AND 7.
+enum Kind : uint8_t { Pawn = 0, Knight = 1, Bishop = 2, Rook = 3, Queen = 4, King = 5, NoKind = 7 };
+
+constexpr bool IsPiece(uint8_t code) { return (code >= 8 && code <= 13) || (code >= 16 && code <= 21); }
+constexpr Color ColorOf(uint8_t code) { return code >= 16 ? Black : White; }
+constexpr Kind KindOf(uint8_t code) { return IsPiece(code) ? Kind(code & 7) : NoKind; }
+constexpr uint8_t PieceCode(Color color, Kind kind) { return uint8_t((color == White ? 8 : 16) + kind); }
+constexpr uint8_t NoSquare = 64;
+
+// A position: squares with driver codes, side to move, castling flags
+// (DrvCastle*), en passant file 1 to 8 (0 none), ply of the next move, and
+// the occupancy and king squares kept in step with the squares.
+struct Position {
+    uint8_t squares[64];
+    uint8_t side;
+    uint8_t castling;
+    uint8_t epFile;
+    uint8_t kingSquare[2];
+    int32_t ply;
+    uint64_t occupied[2];
+};
+
+// Rebuilds occupancy and king squares from `squares`; codes that are no piece
+// become empty.
+void Normalise(Position& pos);
+// The standard start position.
+Position StartPosition();
+Position PositionFromRecord(const BoardRecord& board);
+void RecordFromPosition(const Position& pos, BoardRecord& board);
+// Castling flags that kings and rooks on their home squares allow.
+uint8_t CastlingAllowed(const Position& pos);
+
+// At most this many targets for one piece (a queen reaches 27).
+constexpr int MaxTargets = 32;
+// Destination squares of the piece on `from`, pseudo-legal, in a fixed order:
+// steps and rays per direction, for a king then the castling targets (short,
+// long) when the right stands and the squares between are empty, for a pawn
+// the pushes then the captures (en passant included). Result the count.
+int TargetsOf(const Position& pos, int from, uint8_t* targets);
+
+bool IsAttacked(const Position& pos, int square, Color by);
+bool InCheck(const Position& pos, Color color);
+
+// Plays a pseudo-legal move; `promotion` is the kind for a pawn that reaches
+// the last rank (Queen when anything else is given).
+void MakeMove(Position& pos, int from, int to, Kind promotion);
+
+// A legal move of the side to move: a target of TargetsOf, castling not out of
+// or through check, and the mover's king not attacked afterwards.
+bool IsLegalMove(const Position& pos, int from, int to);
+// Whether the move from `from` to `to` is a pawn reaching the last rank.
+bool IsPromotion(const Position& pos, int from, int to);
+
+}  // namespace ovg
+
+#endif

@@ -1,0 +1,118 @@
+// A game buffer: one game with its header, status flags, initial position,
+// move tree with comments, the path to the current position, and the exact
+// position pattern of the position searches.
+#ifndef OVGAME_GAME_BUFFER_H
+#define OVGAME_GAME_BUFFER_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ovgame/board_rules.h"
+#include "ovgame/handle_table.h"
+#include "ovgame/position_signature.h"
+#include "siblings/driver_records.h"
+
+namespace ovg {
+
+// The header's text fields, in the order the packed record stores them.
+enum TextField : uint8_t {
+    FieldPlace, FieldSite, FieldAnnotator, FieldWhite, FieldBlack, FieldWhiteCountry,
+    FieldBlackCountry, FieldWhiteTitle, FieldBlackTitle, FieldKeycode, FieldRemark,
+    TextFieldCount
+};
+
+constexpr int MaxTextLength = 255;
+
+struct HeaderText {
+    uint16_t length = 0;
+    char text[MaxTextLength + 1] = {};
+};
+
+struct Header {
+    HeaderText texts[TextFieldCount];
+    int32_t round = 0;
+    int32_t elo[2] = {0, 0};
+    int32_t time[2] = {0, 0};
+    int32_t result = 0;
+    int32_t date[3] = {0, 0, 0};
+};
+
+// Stores `text` (null: empty) cut to MaxTextLength characters.
+void SetText(HeaderText& field, const char* text);
+void SetText(HeaderText& field, const char* text, size_t length);
+
+// A node of the move tree. Node 0 is the root, no move itself.
+struct Node {
+    uint8_t from = 0;
+    uint8_t to = 0;
+    uint8_t promotion = NoKind;  // the kind a pawn became, NoKind for none
+    uint32_t next = 0;           // the main continuation, 0 none
+    uint32_t alt = 0;            // the next alternative from the same position, 0 none
+    uint32_t longComment = 0;    // index + 1 into GameBuffer::longComments
+    uint32_t shortComment = 0;   // index + 1 into GameBuffer::shortComments
+};
+
+struct LongComment {
+    std::string lines;  // each line terminated by NUL
+    uint16_t count = 0;
+};
+
+constexpr uint32_t MaxNodes = 65536;  // node indices fit 16 bits of a move handle
+constexpr uint32_t NotArmed = UINT32_MAX;
+
+struct GameBuffer {
+    uint32_t handle = 0;
+    uint8_t treeGeneration = 0;
+    Header header;
+    uint8_t status = 0;
+    int32_t sourceNumber = 0;
+    int32_t storedLength = 0;  // main line half-moves of a header-only load
+    Position initial = StartPosition();
+    std::vector<Node> nodes;
+    std::vector<LongComment> longComments;
+    std::vector<std::string> shortComments;
+    std::vector<uint32_t> path;        // nodes from the root to the current one
+    std::vector<Position> positions;   // positions[i]: the position after path[i]
+    BoardRecord board{};               // the current position in the driver's form
+    uint32_t armedNode = NotArmed;
+    uint32_t armedSubline = 0;
+    bool hasPattern = false;
+    Position pattern{};
+    Signature patternCounts{};
+};
+
+using BufferTable = HandleTable<GameBuffer, 12>;
+BufferTable& Buffers();
+
+// A move handle names the buffer slot, the tree generation and the node.
+uint32_t MoveHandle(const GameBuffer& game, uint32_t node);
+// The buffer and node of a move handle; null when the buffer is gone or the
+// tree has changed or the node is out of range.
+GameBuffer* FindMove(uint32_t move, uint32_t& node);
+
+// Header, status, source number and tree back to an empty standard game.
+void EraseGame(GameBuffer& game);
+// Empties the tree (new generation) and stands on the initial position.
+void ClearTree(GameBuffer& game);
+// Back to the initial position.
+void Rewind(GameBuffer& game);
+// Walks `count` plies forward along main continuations or back along the
+// path; result the plies moved.
+int32_t Walk(GameBuffer& game, int32_t count);
+// Continuation `index` (0 the main one) of `node`, 0 when there is none.
+uint32_t Continuation(const GameBuffer& game, uint32_t node, uint32_t index);
+uint32_t ContinuationCount(const GameBuffer& game, uint32_t node);
+// Adds a node for a move after `parent` as its last continuation, without
+// walking; result its index, 0 when the tree is full.
+uint32_t AppendChild(GameBuffer& game, uint32_t parent, uint8_t from, uint8_t to, uint8_t promotion);
+// Plays a legal move from the current position into the tree (see
+// AcceptMove); result false for an illegal move or a full tree.
+bool Accept(GameBuffer& game, int from, int to, Kind promotion);
+int32_t MainLineLength(const GameBuffer& game);
+// Refreshes `board` from the current position.
+void SyncBoard(GameBuffer& game);
+
+}  // namespace ovg
+
+#endif

@@ -1,0 +1,402 @@
+// Packing and unpacking of stored game records.
+#include "ovgame/game_record.h"
+
+#include <cstring>
+
+#include "ovgame/move_codec.h"
+
+namespace ovg {
+namespace {
+
+enum : uint8_t {
+    LayoutSetUp = 1,
+    LayoutComments = 2,
+    LayoutOwnBounds = 4,
+    LayoutWideCounts = 8,
+};
+constexpr int ResultShift = 4;
+
+// Header mask bits after the text fields.
+enum : uint32_t {
+    MaskRound = 1u << TextFieldCount,
+    MaskWhiteElo = MaskRound << 1,
+    MaskBlackElo = MaskRound << 2,
+    MaskTimes = MaskRound << 3,
+    MaskDate = MaskRound << 4,
+};
+
+enum : uint8_t { CommentLong = 1, CommentShort = 2 };
+
+const GameSignature& StandardSignature()
+{
+    static const GameSignature standard(SignatureOf(StartPosition()));
+    return standard;
+}
+
+bool IsStandardStart(const Position& pos)
+{
+    static const Position start = StartPosition();
+    return std::memcmp(pos.squares, start.squares, 64) == 0 && pos.side == start.side &&
+           pos.castling == start.castling && pos.epFile == 0 && pos.ply == 1;
+}
+
+void WriteCounts(ByteWriter& out, const uint8_t* counts, bool wide)
+{
+    if (wide) {
+        out.Bytes(counts, SignatureKinds);
+        return;
+    }
+    for (int i = 0; i < SignatureKinds; i += 2)
+        out.Byte(uint8_t(counts[i] | counts[i + 1] << 4));
+}
+
+void ReadCounts(ByteReader& in, uint8_t* counts, bool wide)
+{
+    if (wide) {
+        for (int i = 0; i < SignatureKinds; ++i)
+            counts[i] = in.Byte();
+        return;
+    }
+    for (int i = 0; i < SignatureKinds; i += 2) {
+        const uint8_t b = in.Byte();
+        counts[i] = b & 15;
+        counts[i + 1] = b >> 4;
+    }
+}
+
+uint8_t SquareNibble(uint8_t code)
+{
+    return IsPiece(code) ? uint8_t((ColorOf(code) == Black ? 8 : 0) + KindOf(code) + 1) : 0;
+}
+
+uint8_t CodeOfNibble(uint8_t nibble)
+{
+    const uint8_t kind = nibble & 7;
+    if (kind == 0 || kind > 6)
+        return DrvEmpty;
+    return PieceCode((nibble & 8) ? Black : White, Kind(kind - 1));
+}
+
+void WritePosition(ByteWriter& out, const Position& pos)
+{
+    for (int sq = 0; sq < 64; sq += 2)
+        out.Byte(uint8_t(SquareNibble(pos.squares[sq]) | SquareNibble(pos.squares[sq + 1]) << 4));
+    out.Byte(pos.side);
+    out.Byte(pos.castling);
+    out.Byte(pos.epFile);
+    out.Varint(uint32_t(pos.ply));
+}
+
+Position ReadPosition(ByteReader& in)
+{
+    Position pos{};
+    for (int sq = 0; sq < 64; sq += 2) {
+        const uint8_t b = in.Byte();
+        pos.squares[sq] = CodeOfNibble(b & 15);
+        pos.squares[sq + 1] = CodeOfNibble(b >> 4);
+    }
+    pos.side = in.Byte();
+    pos.castling = in.Byte();
+    pos.epFile = in.Byte();
+    pos.ply = int32_t(in.Varint32() & 0x7FFFFFFF);
+    Normalise(pos);
+    return pos;
+}
+
+// The sections of a record behind its header.
+struct Sections {
+    uint8_t layout = 0;
+    GameSignature signature;
+    Position initial;
+    ByteReader moves{nullptr, 0};
+};
+
+// Reads the header fields into `header` (when not null) and finds the
+// sections. False for a damaged record.
+bool ReadRecord(ByteReader& in, Header* header, int32_t& length, const NameDictionary* names,
+                Sections& sections)
+{
+    in.Byte();  // status
+    sections.layout = in.Byte();
+    const uint32_t mask = in.Varint32();
+    for (int f = 0; f < TextFieldCount; ++f) {
+        if ((mask & (1u << f)) == 0)
+            continue;
+        const uint32_t id = in.Varint32();
+        if (header == nullptr)
+            continue;
+        std::string_view text;
+        if (!names->Get(id, text))
+            return false;
+        SetText(header->texts[f], text.data(), text.size());
+    }
+    Header scratch;
+    Header& h = header != nullptr ? *header : scratch;
+    h.result = (sections.layout >> ResultShift) & 3;
+    if (mask & MaskRound)
+        h.round = in.Signed();
+    if (mask & MaskWhiteElo)
+        h.elo[0] = in.Signed();
+    if (mask & MaskBlackElo)
+        h.elo[1] = in.Signed();
+    if (mask & MaskTimes) {
+        h.time[0] = in.Signed();
+        h.time[1] = in.Signed();
+    }
+    if (mask & MaskDate) {
+        for (int32_t& part : h.date)
+            part = in.Signed();
+    }
+    length = int32_t(in.Varint32() & 0x7FFFFFFF);
+    const bool wide = sections.layout & LayoutWideCounts;
+    if (sections.layout & LayoutOwnBounds) {
+        ReadCounts(in, sections.signature.least, wide);
+        sections.signature.homeAlways = in.U16();
+        ReadCounts(in, sections.signature.most, wide);
+        sections.signature.homeInitial = in.U16();
+    } else {
+        sections.signature = StandardSignature();
+        ReadCounts(in, sections.signature.least, wide);
+        sections.signature.homeAlways = in.U16();
+    }
+    sections.initial = (sections.layout & LayoutSetUp) ? ReadPosition(in) : StartPosition();
+    const uint32_t movesSize = in.Varint32();
+    const std::string_view moves = in.Bytes(movesSize);
+    sections.moves = ByteReader(reinterpret_cast<const uint8_t*>(moves.data()), moves.size());
+    return !in.Failed();
+}
+
+bool ReadComments(GameBuffer& game, ByteReader in)
+{
+    const uint32_t entries = in.Varint32();
+    uint32_t ordinal = 0;
+    for (uint32_t i = 0; i < entries && !in.Failed(); ++i) {
+        ordinal += in.Varint32();
+        const uint8_t kind = in.Byte();
+        if (ordinal >= game.nodes.size())
+            return false;
+        Node& node = game.nodes[ordinal];
+        if (kind == CommentLong) {
+            const uint32_t lines = in.Varint32();
+            const std::string_view text = in.Bytes(in.Varint32());
+            if (lines > 65535)
+                return false;
+            game.longComments.push_back(LongComment{std::string(text), uint16_t(lines)});
+            node.longComment = uint32_t(game.longComments.size());
+        } else if (kind == CommentShort) {
+            game.shortComments.emplace_back(in.Bytes(in.Varint32()));
+            node.shortComment = uint32_t(game.shortComments.size());
+        } else {
+            return false;
+        }
+    }
+    return !in.Failed() && in.AtEnd();
+}
+
+void WriteComments(const GameBuffer& game, const std::vector<uint32_t>& order, std::vector<uint8_t>& out)
+{
+    ByteWriter writer(out);
+    uint32_t entries = 0;
+    for (uint32_t node : order)
+        entries += (game.nodes[node].longComment != 0) + (game.nodes[node].shortComment != 0);
+    writer.Varint(entries);
+    uint32_t previous = 0;
+    for (uint32_t ordinal = 0; ordinal < order.size(); ++ordinal) {
+        const Node& node = game.nodes[order[ordinal]];
+        if (node.longComment != 0) {
+            const LongComment& comment = game.longComments[node.longComment - 1];
+            writer.Varint(ordinal - previous);
+            previous = ordinal;
+            writer.Byte(CommentLong);
+            writer.Varint(comment.count);
+            writer.Varint(comment.lines.size());
+            writer.Bytes(comment.lines.data(), comment.lines.size());
+        }
+        if (node.shortComment != 0) {
+            const std::string& text = game.shortComments[node.shortComment - 1];
+            writer.Varint(ordinal - previous);
+            previous = ordinal;
+            writer.Byte(CommentShort);
+            writer.Varint(text.size());
+            writer.Bytes(text.data(), text.size());
+        }
+    }
+}
+
+bool SamePosition(const Position& a, const Position& b)
+{
+    return a.side == b.side && a.castling == b.castling && a.epFile == b.epFile &&
+           a.occupied[0] == b.occupied[0] && a.occupied[1] == b.occupied[1] &&
+           std::memcmp(a.squares, b.squares, 64) == 0;
+}
+
+}  // namespace
+
+PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<uint8_t>& out)
+{
+    thread_local std::vector<uint8_t> moves;
+    thread_local std::vector<uint32_t> order;
+    moves.clear();
+    if (std::popcount(game.initial.occupied[0]) > 16 || std::popcount(game.initial.occupied[1]) > 16)
+        return PackResult::TooManyMen;
+    GameSignature signature(SignatureOf(game.initial));
+    if (!EncodeTree(game, moves, order, signature))
+        return PackResult::TooManyMen;
+
+    uint32_t ids[TextFieldCount];
+    uint32_t mask = 0;
+    for (int f = 0; f < TextFieldCount; ++f) {
+        const HeaderText& field = game.header.texts[f];
+        const std::string_view text(field.text, field.length);
+        uint32_t id = names.Find(text);
+        if (id == UINT32_MAX)
+            id = names.Add(text);
+        if (id == 0 && !text.empty())
+            return PackResult::DictionaryFull;
+        ids[f] = id;
+        if (id != 0)
+            mask |= 1u << f;
+    }
+    const Header& h = game.header;
+    if (h.round != 0)
+        mask |= MaskRound;
+    if (h.elo[0] != 0)
+        mask |= MaskWhiteElo;
+    if (h.elo[1] != 0)
+        mask |= MaskBlackElo;
+    if (h.time[0] != 0 || h.time[1] != 0)
+        mask |= MaskTimes;
+    if (h.date[0] != 0 || h.date[1] != 0 || h.date[2] != 0)
+        mask |= MaskDate;
+
+    const GameSignature& standard = StandardSignature();
+    const bool ownBounds = std::memcmp(signature.most, standard.most, SignatureKinds) != 0 ||
+                           signature.homeInitial != standard.homeInitial;
+    bool wide = false;
+    for (int i = 0; i < SignatureKinds; ++i)
+        wide = wide || signature.most[i] > 15;
+    bool hasComments = false;
+    for (uint32_t node : order)
+        hasComments = hasComments || game.nodes[node].longComment != 0 || game.nodes[node].shortComment != 0;
+    const bool setUp = !IsStandardStart(game.initial);
+
+    ByteWriter writer(out);
+    writer.Byte(game.status);
+    writer.Byte(uint8_t((setUp ? LayoutSetUp : 0) | (hasComments ? LayoutComments : 0) |
+                        (ownBounds ? LayoutOwnBounds : 0) | (wide ? LayoutWideCounts : 0) |
+                        (h.result & 3) << ResultShift));
+    writer.Varint(mask);
+    for (int f = 0; f < TextFieldCount; ++f) {
+        if (ids[f] != 0)
+            writer.Varint(ids[f]);
+    }
+    if (mask & MaskRound)
+        writer.Signed(h.round);
+    if (mask & MaskWhiteElo)
+        writer.Signed(h.elo[0]);
+    if (mask & MaskBlackElo)
+        writer.Signed(h.elo[1]);
+    if (mask & MaskTimes) {
+        writer.Signed(h.time[0]);
+        writer.Signed(h.time[1]);
+    }
+    if (mask & MaskDate) {
+        for (int32_t part : h.date)
+            writer.Signed(part);
+    }
+    writer.Varint(uint32_t(MainLineLength(game)));
+    WriteCounts(writer, signature.least, wide);
+    writer.U16(signature.homeAlways);
+    if (ownBounds) {
+        WriteCounts(writer, signature.most, wide);
+        writer.U16(signature.homeInitial);
+    }
+    if (setUp)
+        WritePosition(writer, game.initial);
+    writer.Varint(moves.size());
+    writer.Bytes(moves.data(), moves.size());
+    if (hasComments)
+        WriteComments(game, order, out);
+    return PackResult::Done;
+}
+
+bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
+                bool withStatus)
+{
+    ByteReader in(data, size);
+    Sections sections;
+    Header header;
+    int32_t length = 0;
+    if (size < 2 || !ReadRecord(in, &header, length, &names, sections))
+        return false;
+    game.header = header;
+    game.storedLength = length;
+    if (withStatus)
+        game.status = data[StatusOffset];
+    game.initial = sections.initial;
+    ClearTree(game);
+    return true;
+}
+
+bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names)
+{
+    ByteReader in(data, size);
+    Sections sections;
+    Header header;
+    int32_t length = 0;
+    if (size < 2 || !ReadRecord(in, &header, length, &names, sections))
+        return false;
+    game.header = header;
+    game.storedLength = length;
+    game.status = data[StatusOffset];
+    game.initial = sections.initial;
+    ClearTree(game);
+    const int walked = DecodeTree(sections.moves, game.initial,
+                                  [&](uint32_t parent, int from, int to, Kind promotion, const Position&) {
+                                      return AppendChild(game, parent, uint8_t(from), uint8_t(to),
+                                                         uint8_t(promotion)) != 0;
+                                  });
+    const bool good = walked == 1 &&
+                      (!(sections.layout & LayoutComments) ||
+                       ReadComments(game, ByteReader(in.Here(), size - in.Offset())));
+    if (!good) {
+        EraseGame(game);
+        return false;
+    }
+    return true;
+}
+
+int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
+{
+    ByteReader in(data, size);
+    Sections sections;
+    int32_t length = 0;
+    if (size < 2 || !ReadRecord(in, nullptr, length, nullptr, sections))
+        return -1;
+    if (!sections.signature.MayContain(game.patternCounts))
+        return 0;
+    const Position& pattern = game.pattern;
+    if (SamePosition(sections.initial, pattern))
+        return 1;
+    const int total = std::popcount(pattern.occupied[0] | pattern.occupied[1]);
+    const int walked = DecodeTree(sections.moves, sections.initial,
+                                  [&](uint32_t, int, int, Kind, const Position& after) {
+                                      return std::popcount(after.occupied[0] | after.occupied[1]) != total ||
+                                             !SamePosition(after, pattern);
+                                  });
+    return walked == 0 ? 1 : walked == 1 ? 0 : -1;
+}
+
+bool LengthWithoutComments(const uint8_t* data, size_t size, size_t& length, uint8_t& layout)
+{
+    ByteReader in(data, size);
+    Sections sections;
+    int32_t mainLength = 0;
+    if (size < 2 || !ReadRecord(in, nullptr, mainLength, nullptr, sections))
+        return false;
+    length = in.Offset();
+    layout = uint8_t(sections.layout & ~LayoutComments);
+    return true;
+}
+
+}  // namespace ovg

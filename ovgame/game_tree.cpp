@@ -1,0 +1,184 @@
+// The move tree of a game buffer and the walk through it.
+#include <algorithm>
+#include <cstring>
+
+#include "ovgame/game_buffer.h"
+
+namespace ovg {
+
+BufferTable& Buffers()
+{
+    static BufferTable table;
+    return table;
+}
+
+void SetText(HeaderText& field, const char* text, size_t length)
+{
+    length = std::min<size_t>(length, MaxTextLength);
+    if (length > 0)
+        std::memcpy(field.text, text, length);
+    field.text[length] = '\0';
+    field.length = uint16_t(length);
+}
+
+void SetText(HeaderText& field, const char* text)
+{
+    SetText(field, text == nullptr ? "" : text, text == nullptr ? 0 : strnlen(text, MaxTextLength));
+}
+
+uint32_t MoveHandle(const GameBuffer& game, uint32_t node)
+{
+    const uint32_t slot = game.handle & BufferTable::SlotMask;
+    return (slot << 20) | (uint32_t(game.treeGeneration & 15) << 16) | node;
+}
+
+GameBuffer* FindMove(uint32_t move, uint32_t& node)
+{
+    const uint32_t slot = move >> 20;
+    if (slot == 0)
+        return nullptr;
+    // The slot names the live buffer; the tree generation tells a stale move.
+    GameBuffer* game = Buffers().FindSlot(slot);
+    if (game == nullptr || ((move >> 16) & 15) != (game->treeGeneration & 15u))
+        return nullptr;
+    node = move & 0xFFFF;
+    return node < game->nodes.size() ? game : nullptr;
+}
+
+void SyncBoard(GameBuffer& game)
+{
+    RecordFromPosition(game.positions.back(), game.board);
+}
+
+void ClearTree(GameBuffer& game)
+{
+    ++game.treeGeneration;
+    game.nodes.assign(1, Node{});
+    game.longComments.clear();
+    game.shortComments.clear();
+    game.armedNode = NotArmed;
+    Rewind(game);
+}
+
+void Rewind(GameBuffer& game)
+{
+    game.path.assign(1, 0);
+    game.positions.assign(1, game.initial);
+    game.armedNode = NotArmed;
+    SyncBoard(game);
+}
+
+void EraseGame(GameBuffer& game)
+{
+    game.header = Header{};
+    game.status = 0;
+    game.sourceNumber = 0;
+    game.storedLength = 0;
+    game.initial = StartPosition();
+    ClearTree(game);
+}
+
+int32_t Walk(GameBuffer& game, int32_t count)
+{
+    int32_t moved = 0;
+    for (; count > 0; --count, ++moved) {
+        const uint32_t next = game.nodes[game.path.back()].next;
+        if (next == 0)
+            break;
+        const Node& node = game.nodes[next];
+        Position pos = game.positions.back();
+        MakeMove(pos, node.from, node.to, Kind(node.promotion));
+        game.path.push_back(next);
+        game.positions.push_back(pos);
+    }
+    for (; count < 0 && game.path.size() > 1; ++count, ++moved) {
+        game.path.pop_back();
+        game.positions.pop_back();
+    }
+    if (moved > 0) {
+        game.armedNode = NotArmed;
+        SyncBoard(game);
+    }
+    return moved;
+}
+
+uint32_t Continuation(const GameBuffer& game, uint32_t node, uint32_t index)
+{
+    uint32_t child = game.nodes[node].next;
+    for (; child != 0 && index > 0; --index)
+        child = game.nodes[child].alt;
+    return child;
+}
+
+uint32_t ContinuationCount(const GameBuffer& game, uint32_t node)
+{
+    uint32_t count = 0;
+    for (uint32_t child = game.nodes[node].next; child != 0; child = game.nodes[child].alt)
+        ++count;
+    return count;
+}
+
+uint32_t AppendChild(GameBuffer& game, uint32_t parent, uint8_t from, uint8_t to, uint8_t promotion)
+{
+    if (game.nodes.size() >= MaxNodes)
+        return 0;
+    const uint32_t index = uint32_t(game.nodes.size());
+    Node node;
+    node.from = from;
+    node.to = to;
+    node.promotion = promotion;
+    game.nodes.push_back(node);
+    uint32_t* link = &game.nodes[parent].next;
+    while (*link != 0)
+        link = &game.nodes[*link].alt;
+    *link = index;
+    return index;
+}
+
+bool Accept(GameBuffer& game, int from, int to, Kind promotion)
+{
+    const Position& here = game.positions.back();
+    if (!IsLegalMove(here, from, to))
+        return false;
+    const uint8_t promo = IsPromotion(here, from, to) ? uint8_t(promotion >= Knight && promotion <= Queen ? promotion : Queen)
+                                                      : uint8_t(NoKind);
+    const uint32_t current = game.path.back();
+    const auto same = [&](uint32_t child) {
+        const Node& n = game.nodes[child];
+        return child != 0 && n.from == from && n.to == to && n.promotion == promo;
+    };
+    uint32_t target = 0;
+    if (game.armedNode == current) {
+        const uint32_t existing = Continuation(game, current, game.armedSubline);
+        if (same(existing))
+            target = existing;
+    } else {
+        for (uint32_t child = game.nodes[current].next; child != 0 && target == 0; child = game.nodes[child].alt) {
+            if (same(child))
+                target = child;
+        }
+    }
+    if (target == 0)
+        target = AppendChild(game, current, uint8_t(from), uint8_t(to), promo);
+    if (target == 0)
+        return false;
+    Position pos = here;
+    MakeMove(pos, from, to, Kind(promo));
+    game.path.push_back(target);
+    game.positions.push_back(pos);
+    game.armedNode = NotArmed;
+    SyncBoard(game);
+    return true;
+}
+
+int32_t MainLineLength(const GameBuffer& game)
+{
+    if (game.nodes.size() <= 1)
+        return game.storedLength;
+    int32_t length = 0;
+    for (uint32_t node = game.nodes[0].next; node != 0; node = game.nodes[node].next)
+        ++length;
+    return length;
+}
+
+}  // namespace ovg

@@ -1,0 +1,139 @@
+// Move tokens and the writing of a move tree as tokens.
+#include "ovgame/move_codec.h"
+
+namespace ovg {
+namespace {
+
+constexpr Kind PromotionKinds[4] = {Queen, Rook, Bishop, Knight};
+
+uint8_t PromotionCode(Kind kind)
+{
+    switch (kind) {
+    case Rook: return 1;
+    case Bishop: return 2;
+    case Knight: return 3;
+    default: return 0;
+    }
+}
+
+// Takes a changed material or pawn picture into the game signature.
+void TakeIn(GameSignature& signature, const Position& before, const Position& after, int from)
+{
+    const bool capture = std::popcount(before.occupied[0] | before.occupied[1]) !=
+                         std::popcount(after.occupied[0] | after.occupied[1]);
+    if (capture || KindOf(before.squares[from]) == Pawn)
+        signature.Add(SignatureOf(after));
+}
+
+}  // namespace
+
+bool WriteMove(ByteWriter& out, const Position& pos, int from, int to, Kind promotion)
+{
+    const uint64_t own = pos.occupied[pos.side];
+    if (((own >> from) & 1) == 0)
+        return false;
+    const int rank = std::popcount(own & ((uint64_t{1} << from) - 1));
+    if (rank > 15)
+        return false;
+    uint8_t targets[MaxTargets];
+    const int n = TargetsOf(pos, from, targets);
+    int place = 0;
+    while (place < n && targets[place] != to)
+        ++place;
+    if (place == n)
+        return false;
+    const uint8_t promo = IsPromotion(pos, from, to) ? PromotionCode(promotion) : 0;
+    if (place < 15 && promo == 0) {
+        out.Byte(uint8_t(rank << 4 | place));
+    } else {
+        out.Byte(uint8_t(rank << 4 | TokenEscape));
+        out.Byte(uint8_t(place | promo << 5));
+    }
+    return true;
+}
+
+bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion)
+{
+    int place = first & 0x0F;
+    int promo = 0;
+    if (place == TokenEscape) {
+        const uint8_t second = in.Byte();
+        if (in.Failed() || (second & 0x80))
+            return false;
+        place = second & 31;
+        promo = (second >> 5) & 3;
+    }
+    uint64_t men = pos.occupied[pos.side];
+    for (int rank = first >> 4; rank > 0 && men != 0; --rank)
+        men &= men - 1;
+    if (men == 0)
+        return false;
+    from = std::countr_zero(men);
+    uint8_t targets[MaxTargets];
+    if (place >= TargetsOf(pos, from, targets))
+        return false;
+    to = targets[place];
+    promotion = IsPromotion(pos, from, to) ? PromotionKinds[promo] : NoKind;
+    return true;
+}
+
+bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order,
+                GameSignature& signature)
+{
+    struct Frame {
+        uint32_t first;
+        Position before;
+        Position after;
+        uint32_t nextAlt;
+    };
+    ByteWriter writer(out);
+    std::vector<Frame> stack;
+    order.assign(1, 0);
+    uint32_t current = 0;
+    Position pos = game.initial;
+    const auto emit = [&](uint32_t node, const Position& before, Position& after) {
+        const Node& n = game.nodes[node];
+        if (!WriteMove(writer, before, n.from, n.to, Kind(n.promotion)))
+            return false;
+        order.push_back(node);
+        after = before;
+        MakeMove(after, n.from, n.to, Kind(n.promotion));
+        TakeIn(signature, before, after, n.from);
+        return true;
+    };
+    for (;;) {
+        const uint32_t first = game.nodes[current].next;
+        if (first != 0) {
+            Position after;
+            if (!emit(first, pos, after))
+                return false;
+            if (game.nodes[first].alt == 0) {
+                current = first;
+                pos = after;
+                continue;
+            }
+            stack.push_back(Frame{first, pos, after, game.nodes[first].alt});
+        } else {
+            if (stack.empty())
+                return true;
+            writer.Byte(TokenEscape);
+            writer.Byte(TokenLineEnd);
+        }
+        Frame& frame = stack.back();
+        if (frame.nextAlt != 0) {
+            const uint32_t alt = frame.nextAlt;
+            frame.nextAlt = game.nodes[alt].alt;
+            writer.Byte(TokenEscape);
+            writer.Byte(TokenLineStart);
+            if (!emit(alt, frame.before, pos))
+                return false;
+            current = alt;
+        } else {
+            current = frame.first;
+            pos = frame.after;
+            stack.pop_back();
+        }
+    }
+}
+
+}  // namespace ovg

@@ -1,0 +1,44 @@
+// The deduplicated header texts of one game file (players, events, sites and
+// every other text field), numbered from 1; 0 is the empty text. Texts are
+// added under the file's lock; reading a published number takes no lock and
+// may run beside additions, since stored texts never move.
+#ifndef OVGAME_NAME_DICTIONARY_H
+#define OVGAME_NAME_DICTIONARY_H
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace ovg {
+
+class NameDictionary {
+public:
+    static constexpr uint32_t BlockBits = 12;
+    static constexpr uint32_t BlockCount = 1u << 14;  // room for 67 million texts
+    static constexpr uint32_t Capacity = BlockCount << BlockBits;
+
+    // The number of `text`, 0 for the empty text, or UINT32_MAX if unknown.
+    uint32_t Find(std::string_view text) const;
+    // Adds a text that Find did not know; result its number, 0 when full.
+    uint32_t Add(std::string_view text);
+    // The text of `id`; false for a number not (yet) published.
+    bool Get(uint32_t id, std::string_view& text) const;
+    // Highest published number.
+    uint32_t Last() const { return last_.load(std::memory_order_acquire); }
+    // Forgets the texts above `id` (after a rolled-back transaction).
+    void TruncateTo(uint32_t id);
+
+private:
+    using Block = std::array<std::string, 1u << BlockBits>;
+    std::array<std::unique_ptr<Block>, BlockCount> blocks_;
+    std::unordered_map<std::string_view, uint32_t> index_;
+    std::atomic<uint32_t> last_{0};
+};
+
+}  // namespace ovg
+
+#endif

@@ -1,0 +1,302 @@
+// Game files: writing, reopening, loading, batches, delete marks, damaged
+// files and refused handles.
+#include <fstream>
+#include <sstream>
+
+#include "tests/store/game_samples.h"
+
+namespace {
+
+// All header fields of a buffer as one text, to compare two buffers.
+std::string HeaderText(uint32_t game)
+{
+    std::ostringstream out;
+    for (auto get : {IGGameGetPlace, IGGameGetSite, IGGameGetAnnotator, IGGameGetKeycode, IGGameGetRemark})
+        out << get(game, nullptr) << '|';
+    for (int side = 0; side < 2; ++side) {
+        out << IGGameGetPlayer(game, side, nullptr) << '|' << IGGameGetCountry(game, side, nullptr) << '|'
+            << IGGameGetTitle(game, side, nullptr) << '|' << IGGameGetElo(game, side) << '|'
+            << IGGameGetTime(game, side) << '|';
+    }
+    const int32_t* date = IGGameGetDate(game, nullptr);
+    out << IGGameGetRound(game) << '|' << IGGameGetResult(game, 0) << '|' << date[0] << '.' << date[1] << '.'
+        << date[2] << '|';
+    for (int n = 0; n < 8; ++n)
+        out << IGGameGetStatus(game, n);
+    return out.str();
+}
+
+TEST(GameFile, DressedGameSurvivesWriteCloseReopenAndLoad)
+{
+    TempDir dir;
+    GameHandle game;
+    BuildDressedGame(game);
+    const std::string header = HeaderText(game);
+    const std::string tree = DescribeTree(game);
+    BoardRecord initial{};
+    GetInitialPosition(game, &initial);
+    {
+        FileHandle file(dir.File("games.ovg"), 1);
+        ASSERT_NE(file.id, 0u);
+        int32_t number = 0;
+        EXPECT_EQ(OvgWriteGame(game, file, 0, &number), 1);
+        EXPECT_EQ(number, 1);
+        WriteSample(game, 0, 5);
+        EXPECT_EQ(OvgWriteGame(game, file, 0, &number), 2);
+        EXPECT_EQ(number, 2);
+    }
+    FileHandle file(dir.File("games.ovg"), 0);
+    ASSERT_NE(file.id, 0u);
+    EXPECT_EQ(OvgGetNumberOfGames(file), 2);
+    GameHandle loaded;
+    ASSERT_NE(OvgLoadGame(loaded, file, 1, 0), 0);
+    EXPECT_EQ(HeaderText(loaded), header);
+    EXPECT_EQ(DescribeTree(loaded), tree);
+    EXPECT_EQ(tree,
+              "{before the first move} e5d6 e8c8 (e8g8 e1c1{long castling }{for white} (d6d7 f8d8 ) ) "
+              "e1g1 d8d6 a2a4!? ");
+    EXPECT_EQ(IGGameGetCM(loaded), 1) << "a loaded game stands on its initial position";
+    BoardRecord loadedInitial{};
+    EXPECT_EQ(GetInitialPosition(loaded, &loadedInitial), 2);
+    EXPECT_EQ(std::memcmp(&loadedInitial, &initial, sizeof initial), 0);
+    EXPECT_EQ(IGGameGetGamelength(loaded), 5);
+    EXPECT_EQ(PlayMoves(loaded, 5), 5);
+    EXPECT_EQ(IGGameGetBoard(loaded)->squares[BoardIndex(0, 3)], DrvWhitePawn);
+
+    ASSERT_NE(OvgLoadGameHeader(loaded, file, 1), 0);
+    EXPECT_EQ(HeaderText(loaded), header);
+    EXPECT_EQ(IGGameGetGamelength(loaded), 5) << "the length comes with the header";
+    EXPECT_EQ(IGGameGetFirstMove(loaded), 0u);
+
+    ASSERT_NE(OvgLoadGame(loaded, file, 2, 0), 0);
+    EXPECT_EQ(MainLine(loaded), SampleLines()[0]);
+    EXPECT_EQ(OvgLoadGame(loaded, file, 3, 0), 0);
+    EXPECT_EQ(OvgLoadGame(loaded, file, 0, 0), 0);
+    EXPECT_EQ(OvgLoadGame(loaded, file, 1, 1), 0) << "only mode 0 is known";
+}
+
+TEST(GameFile, TenThousandGamesInOneBulkOperationReadBackInBatches)
+{
+    TempDir dir;
+    GameHandle game;
+    FileHandle file(dir.File("bulk.ovg"), 1);
+    ASSERT_NE(file.id, 0u);
+    constexpr int32_t Games = 10000;
+    ASSERT_EQ(OvgFileAction(file, 2), 1);
+    EXPECT_EQ(IGFileStatus(file, 0) & OvgFileInBulk, OvgFileInBulk);
+    for (int32_t n = 1; n <= Games; ++n) {
+        WriteSample(game, size_t(n), n);
+        ASSERT_EQ(OvgWriteGame(game, file, 0, nullptr), n);
+    }
+    ASSERT_EQ(OvgFileAction(file, 0), 1);
+    EXPECT_EQ(IGFileStatus(file, 0), OvgFileOpen);
+    EXPECT_EQ(OvgFileAction(file, 0), 0) << "no bulk operation left to end";
+
+    std::vector<uint8_t> buffer(65536);
+    std::vector<uint32_t> places(101);
+    int32_t first = 0;
+    int32_t batches = 0;
+    for (;;) {
+        const int32_t n = OvgReadGames(file, first, buffer.data(), places.data(), 65536, 100);
+        ASSERT_GE(n, 0);
+        if (n == 0)
+            break;
+        ++batches;
+        for (int32_t k = 0; k < n; ++k) {
+            const int32_t number = first + k + 1;
+            const uint8_t* packed = buffer.data() + places[k] - places[0];
+            ASSERT_EQ(GetGameHeader(game, packed, 0, 1), 1);
+            ASSERT_EQ(IGGameGetRound(game), number);
+            ASSERT_EQ(IGGameGetResult(game, 0), 1 + number % 3);
+            ASSERT_EQ(IGGameGetGamelength(game), int32_t(SampleLines()[size_t(number) % SampleLines().size()].size()));
+            if (number % 997 == 0) {
+                ASSERT_EQ(UnpackGame(game, packed, 0), 1);
+                EXPECT_EQ(MainLine(game), SampleLines()[size_t(number) % SampleLines().size()]);
+            }
+        }
+        first += n;
+    }
+    EXPECT_EQ(first, Games);
+    EXPECT_EQ(batches, Games / 100);
+
+    // A small buffer takes fewer games, and the next batch starts behind them.
+    const int32_t n = OvgReadGames(file, 5000, buffer.data(), places.data(), 300, 100);
+    ASSERT_GT(n, 0);
+    ASSERT_LT(n, 100);
+    EXPECT_LE(places[n] - places[0], 300u);
+    ASSERT_EQ(OvgReadGames(file, 5000 + n, buffer.data(), places.data(), 65536, 1), 1);
+    ASSERT_EQ(GetGameHeader(game, buffer.data(), 0, 1), 1);
+    EXPECT_EQ(IGGameGetRound(game), 5001 + n);
+}
+
+TEST(GameFile, GameTooLargeForTheBatchComesWithoutItsComments)
+{
+    TempDir dir;
+    GameHandle game;
+    FileHandle file(dir.File("large.ovg"), 1);
+    WriteSample(game, 0, 1);
+    const std::string line(3000, 'c');
+    IGMovePutLComment(IGGameGetMovePtr(game), line.c_str(), 1);
+    ASSERT_EQ(OvgWriteGame(game, file, 0, nullptr), 1);
+    std::vector<uint8_t> buffer(2000);
+    uint32_t places[2] = {};
+    ASSERT_EQ(OvgReadGames(file, 0, buffer.data(), places, 2000, 1), 1);
+    ASSERT_EQ(UnpackGame(game, buffer.data(), 0), 1);
+    EXPECT_EQ(MainLine(game), SampleLines()[0]);
+    EXPECT_EQ(DescribeTree(game).find('{'), std::string::npos);
+    EXPECT_EQ(OvgReadGames(file, 0, buffer.data(), places, 10, 1), -1);
+    ASSERT_EQ(OvgReadGames(file, 0, buffer.data(), places, 2000, 0), 0);
+    ASSERT_EQ(OvgLoadGame(game, file, 1, 0), 1);
+    EXPECT_NE(DescribeTree(game).find("{ccc"), std::string::npos) << "the stored game keeps it";
+}
+
+TEST(GameFile, DeleteMarksAreKeptAndUndone)
+{
+    TempDir dir;
+    GameHandle game;
+    {
+        FileHandle file(dir.File("marks.ovg"), 1);
+        // Enough games for a chunk and some behind it.
+        OvgFileAction(file, 1);
+        for (int32_t n = 1; n <= 1100; ++n) {
+            WriteSample(game, size_t(n), n);
+            ASSERT_EQ(OvgWriteGame(game, file, 0, nullptr), n);
+        }
+        OvgFileAction(file, 0);
+        EXPECT_EQ(IGFileStatus(file, OvgFileHasDeleted), 0);
+        for (int32_t number : {3, 1050, 1099})
+            EXPECT_EQ(OvgDeleteGame(file, number), 0);
+        EXPECT_EQ(OvgDeleteGame(file, 3), 0) << "deleting twice is no failure";
+        EXPECT_EQ(OvgUndeleteGame(file, 1099), 0);
+        EXPECT_EQ(OvgDeleteGame(file, 1101), -1);
+        EXPECT_EQ(OvgDeleteGame(file, 0), -1);
+        EXPECT_EQ(OvgUndeleteGame(file, -4), -1);
+        EXPECT_EQ(IGFileStatus(file, 0), OvgFileOpen | OvgFileHasDeleted);
+    }
+    FileHandle file(dir.File("marks.ovg"), 0);
+    for (int32_t number = 1; number <= 1100; ++number) {
+        ASSERT_EQ(OvgLoadGameHeader(game, file, number), 1);
+        ASSERT_EQ(IGGameGetStatus(game, OvgStatusDeleted), number == 3 || number == 1050 ? 1 : 0) << number;
+    }
+    std::vector<uint8_t> buffer(65536);
+    uint32_t places[2] = {};
+    ASSERT_EQ(OvgReadGames(file, 1049, buffer.data(), places, 65536, 1), 1);
+    ASSERT_EQ(GetGameHeader(game, buffer.data(), 0, 1), 1);
+    EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), 1);
+    EXPECT_EQ(OvgUndeleteGame(file, 3), 0);
+    EXPECT_EQ(OvgUndeleteGame(file, 1050), 0);
+    EXPECT_EQ(IGFileStatus(file, OvgFileHasDeleted), 0);
+}
+
+TEST(GameFile, CreateReplacesAndASecondOpenIsRefused)
+{
+    TempDir dir;
+    GameHandle game;
+    WriteSample(game, 1, 1);
+    {
+        FileHandle file(dir.File("again.ovg"), 1);
+        OvgWriteGame(game, file, 0, nullptr);
+        EXPECT_EQ(OvgOpenGamefile(dir.File("again.ovg").c_str(), 0), 0u) << "the file is in use";
+    }
+    FileHandle file(dir.File("again.ovg"), 1);
+    EXPECT_EQ(OvgGetNumberOfGames(file), 0);
+    EXPECT_EQ(OvgOpenGamefile(dir.File("missing.ovg").c_str(), 0), 0u);
+    EXPECT_EQ(OvgOpenGamefile(dir.File("no/such/dir.ovg").c_str(), 1), 0u);
+    EXPECT_EQ(OvgOpenGamefile(nullptr, 1), 0u);
+    EXPECT_EQ(OvgOpenGamefile("", 0), 0u);
+}
+
+void WriteBytes(const std::string& path, const std::string& bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+TEST(GameFile, DamagedFilesAreRefused)
+{
+    TempDir dir;
+    WriteBytes(dir.File("garbage.ovg"), std::string(8192, '\x5a'));
+    EXPECT_EQ(OvgOpenGamefile(dir.File("garbage.ovg").c_str(), 0), 0u);
+    WriteBytes(dir.File("empty.ovg"), "");
+    EXPECT_EQ(OvgOpenGamefile(dir.File("empty.ovg").c_str(), 0), 0u) << "no game file of this store";
+    WriteBytes(dir.File("text.ovg"), "[Event \"?\"]\n1. e4 *\n");
+    EXPECT_EQ(OvgOpenGamefile(dir.File("text.ovg").c_str(), 0), 0u);
+
+    // A game file cut in half: refused at opening or at reading, never a crash.
+    GameHandle game;
+    {
+        FileHandle file(dir.File("cut.ovg"), 1);
+        OvgFileAction(file, 1);
+        for (int32_t n = 1; n <= 5000; ++n) {
+            WriteSample(game, size_t(n), n);
+            OvgWriteGame(game, file, 0, nullptr);
+        }
+        OvgFileAction(file, 0);
+    }
+    const auto size = std::filesystem::file_size(dir.File("cut.ovg"));
+    std::filesystem::resize_file(dir.File("cut.ovg"), size / 2);
+    const uint32_t file = OvgOpenGamefile(dir.File("cut.ovg").c_str(), 0);
+    if (file != 0) {
+        int32_t loaded = 0;
+        for (int32_t number = 1; number <= OvgGetNumberOfGames(file); ++number)
+            loaded += OvgLoadGame(game, file, number, 0);
+        EXPECT_LT(loaded, 5000) << "half a file cannot hold every game";
+        OvgCloseGamefile(file);
+    }
+}
+
+TEST(GameFile, InvalidAndClosedFileHandlesAreRefused)
+{
+    TempDir dir;
+    GameHandle game;
+    const uint32_t closed = OvgOpenGamefile(dir.File("closed.ovg").c_str(), 1);
+    ASSERT_NE(closed, 0u);
+    ASSERT_EQ(OvgCloseGamefile(closed), 1);
+    std::vector<uint8_t> buffer(1024);
+    uint32_t places[2] = {};
+    for (uint32_t file : {0u, closed, 0xFFFFFFFFu, 77u}) {
+        SCOPED_TRACE(file);
+        EXPECT_EQ(OvgCloseGamefile(file), 0);
+        EXPECT_EQ(OvgGetNumberOfGames(file), -1);
+        EXPECT_EQ(IGFileStatus(file, 0), 0);
+        EXPECT_EQ(OvgFileAction(file, 1), 0);
+        EXPECT_EQ(OvgWriteGame(game, file, 0, nullptr), 0);
+        EXPECT_EQ(OvgLoadGame(game, file, 1, 0), 0);
+        EXPECT_EQ(OvgLoadGameHeader(game, file, 1), 0);
+        EXPECT_EQ(OvgDeleteGame(file, 1), -1);
+        EXPECT_EQ(OvgReadGames(file, 0, buffer.data(), places, 1024, 1), -1);
+    }
+    FileHandle file(dir.File("open.ovg"), 1);
+    EXPECT_EQ(OvgWriteGame(0, file, 0, nullptr), 0);
+    EXPECT_EQ(OvgWriteGame(game, file, 1, nullptr), 0);
+    EXPECT_EQ(OvgReadGames(file, 0, nullptr, places, 1024, 1), -1);
+    EXPECT_EQ(OvgReadGames(file, -1, buffer.data(), places, 1024, 1), -1);
+    EXPECT_EQ(OvgFileAction(file, 3), 0);
+    // A packed game outlives its file only as refused data.
+    WriteSample(game, 0, 1);
+    OvgWriteGame(game, file, 0, nullptr);
+    ASSERT_EQ(OvgReadGames(file, 0, buffer.data(), places, 1024, 1), 1);
+    OvgCloseGamefile(file.id);
+    EXPECT_EQ(GetGameHeader(game, buffer.data(), 0, 1), 0);
+    EXPECT_EQ(UnpackGame(game, buffer.data(), 0), 0);
+    EXPECT_EQ(GetGameHeader(game, nullptr, 0, 1), 0);
+}
+
+TEST(DriverLife, FiniClosesWhatTheHostLeftOpen)
+{
+    TempDir dir;
+    const uint32_t file = OvgOpenGamefile(dir.File("left.ovg").c_str(), 1);
+    const uint32_t game = IGGameOpenGame();
+    WriteSample(game, 2, 1);
+    OvgFileAction(file, 1);
+    OvgWriteGame(game, file, 0, nullptr);
+    EXPECT_EQ(IGGameDriverFini(), 0);
+    EXPECT_EQ(OvgGetNumberOfGames(file), -1);
+    EXPECT_EQ(NewGameErase(game), 0);
+    FileHandle reopened(dir.File("left.ovg"), 0);
+    EXPECT_EQ(OvgGetNumberOfGames(reopened), 1) << "the open bulk operation was ended";
+    uint32_t version = 0;
+    EXPECT_EQ(OvgGetVersion(&version, nullptr), 1);
+    EXPECT_EQ(version, 0x00010000u);
+}
+
+}  // namespace
