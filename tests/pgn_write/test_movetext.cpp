@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 
@@ -157,6 +158,37 @@ TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
     }
     comment.pop_back();
     EXPECT_EQ(joined, "1. e4 {" + comment + "} 1... e5 *");
+}
+
+TEST(Movetext, VariationsNestedAsDeepAsTheTreeAllows)
+{
+    // Each line has two moves, and its second move has the next line as its
+    // alternative: knights shuffle in the lines, a side knight answers.
+    const char* shuffles[] = {"g1f3", "b8c6", "f3g1", "c6b8"};
+    const char* answers[] = {"g8h6", "b1a3"};
+    TestGame game;
+    PgnGame& record = game.game();
+    const uint32_t lines = PGN_MAX_MOVES / 2;
+    for (uint32_t line = 0; line < lines; ++line) {
+        uint32_t shuffle = static_cast<uint32_t>(Square(shuffles[line % 4]) |
+                                                 Square(shuffles[line % 4] + 2) << 8);
+        uint32_t answer = static_cast<uint32_t>(Square(answers[line % 2]) |
+                                                Square(answers[line % 2] + 2) << 8);
+        record.moves[2 * line] = static_cast<PackedMove>(shuffle);
+        record.moves[2 * line + 1] =
+            static_cast<PackedMove>(answer | MoveLineEnd | (line + 1 < lines ? MoveBranch : 0));
+    }
+    record.moveCount = 2;
+    record.treeCount = PGN_MAX_MOVES;
+    game.Tag(TagResult, "*");
+
+    BoxCapture boxes;
+    std::string text = game.Movetext();
+    EXPECT_TRUE(boxes.boxes.empty());
+    EXPECT_EQ(std::count(text.begin(), text.end(), '('), lines - 1);
+    EXPECT_EQ(std::count(text.begin(), text.end(), ')'), lines - 1);
+    EXPECT_EQ(text.substr(0, 32), "1. Nf3 Nh6 (1... Nc6 2. Na3 (2. ");
+    EXPECT_EQ(text.substr(text.size() - 4), ")) *");
 }
 
 TEST(Movetext, CorruptTreeIsReportedAndTheGameStillEnds)
