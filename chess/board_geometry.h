@@ -110,17 +110,16 @@ inline constexpr auto KingTargets = [] {
     return table;
 }();
 
-// LinesThrough[square]: the square itself and every square on a queen ray
-// from it, as a bit mask. A man off these lines cannot uncover an attack on
-// that square by moving.
-inline constexpr auto LinesThrough = [] {
-    std::array<uint64_t, 64> table{};
-    for (int square = 0; square < 64; ++square) {
-        table[square] = uint64_t{1} << square;
-        for (const Ray& ray : Rays[square])
-            for (int i = 0; i < ray.length; ++i)
-                table[square] |= uint64_t{1} << ray.squares[i];
-    }
+// DirectionTo[square][target]: the direction (index into QueenSteps) of
+// the ray from `square` that passes `target`, -1 when none does.
+inline constexpr auto DirectionTo = [] {
+    std::array<std::array<int8_t, 64>, 64> table{};
+    for (auto& row : table)
+        row.fill(-1);
+    for (int square = 0; square < 64; ++square)
+        for (int direction = 0; direction < 8; ++direction)
+            for (int i = 0; i < Rays[square][direction].length; ++i)
+                table[square][Rays[square][direction].squares[i]] = static_cast<int8_t>(direction);
     return table;
 }();
 

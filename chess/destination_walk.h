@@ -31,28 +31,83 @@ inline bool AttackedByOpponent(const KingWatch& watch, int square)
                        : SquareAttacked<true>(watch.position->board, square);
 }
 
-// An ordinary move of a man other than the king: no castling, no en passant.
-// Such a move leaves the mover's first king where it is, and it can uncover
-// an attack on it only from a line through the king; a man off those lines,
-// with its king not attacked, needs no trial.
-inline bool OrdinaryMoveKeepsKingSafe(KingWatch& watch, int from, int to)
+inline void LookAtKing(KingWatch& watch)
 {
-    uint8_t* board = watch.position->board;
-    if (watch.kingSquare < 0) {
-        watch.kingSquare = FirstSquareHolding(board, watch.white ? OV_WHITE_KING : OV_BLACK_KING);
-        watch.kingAttacked = AttackedByOpponent(watch, watch.kingSquare);
-    }
-    if (!watch.kingAttacked && ((LinesThrough[watch.kingSquare] >> from) & 1) == 0)
-        return true;
-    const uint8_t piece = board[from];
-    const uint8_t captured = board[to];
-    board[to] = piece;
-    board[from] = 0;
-    const bool attacked = AttackedByOpponent(watch, watch.kingSquare);
-    board[from] = piece;
-    board[to] = captured;
-    return !attacked;
+    if (watch.kingSquare >= 0)
+        return;
+    watch.kingSquare = FirstSquareHolding(watch.position->board, watch.white ? OV_WHITE_KING : OV_BLACK_KING);
+    watch.kingAttacked = AttackedByOpponent(watch, watch.kingSquare);
 }
+
+// The king test for the ordinary moves of one man other than the king (no
+// castling, no en passant). Such a move leaves the first king where it is.
+// While that king is not attacked, the move can uncover an attack on it only
+// along the line from the king through the man: a man off the king's lines
+// may go anywhere, and a man pinned on such a line only along it, up to and
+// including its pinner. With the king attacked, each move is tried on the
+// board.
+struct OrdinaryMoveCheck {
+    KingWatch& watch;
+    int from;
+    bool prepared = false;
+    bool tryEachMove = false;
+    uint64_t allowed = 0;  // the squares the man may go to, when not tried
+
+    bool Safe(int to)
+    {
+        if (!prepared)
+            Prepare();
+        if (!tryEachMove)
+            return ((allowed >> to) & 1) != 0;
+        uint8_t* board = watch.position->board;
+        const uint8_t piece = board[from];
+        const uint8_t captured = board[to];
+        board[to] = piece;
+        board[from] = 0;
+        const bool attacked = AttackedByOpponent(watch, watch.kingSquare);
+        board[from] = piece;
+        board[to] = captured;
+        return !attacked;
+    }
+
+    void Prepare()
+    {
+        prepared = true;
+        LookAtKing(watch);
+        const int king = watch.kingSquare;
+        if (watch.kingAttacked || from == king) {
+            tryEachMove = true;
+            return;
+        }
+        allowed = ~uint64_t{0};
+        const int direction = DirectionTo[king][from];
+        if (direction < 0)
+            return;
+        const uint8_t* board = watch.position->board;
+        const Ray& ray = Rays[king][direction];
+        const uint8_t lineMover = direction < FirstStraightDirection ? (watch.white ? OV_BLACK_BISHOP : OV_WHITE_BISHOP)
+                                                                     : (watch.white ? OV_BLACK_ROOK : OV_WHITE_ROOK);
+        const uint8_t queen = watch.white ? OV_BLACK_QUEEN : OV_WHITE_QUEEN;
+        uint64_t line = 0;
+        bool passedMan = false;
+        for (int i = 0; i < ray.length; ++i) {
+            const int square = ray.squares[i];
+            line |= uint64_t{1} << square;
+            if (square == from) {
+                passedMan = true;
+                continue;
+            }
+            const uint8_t code = board[square];
+            if (code == 0)
+                continue;
+            // The first man beyond ours pins it if it attacks along the line;
+            // a man between the king and ours shields the king either way.
+            if (passedMan && (code == lineMover || code == queen))
+                allowed = line;
+            return;
+        }
+    }
+};
 
 // En passant takes the man behind the target square off the board; it is
 // remembered and put back whatever it was, so that a record whose en passant
@@ -79,9 +134,8 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
         return false;
     const auto isEnemy = [white](uint8_t code) { return white ? IsBlackMan(code) : IsWhiteMan(code); };
     const auto isFree = [&](uint8_t code) { return code == 0 || isEnemy(code); };
-    const auto offerOrdinary = [&](int to) {
-        return sink.Wants(to) && OrdinaryMoveKeepsKingSafe(watch, from, to) && sink.Take(to);
-    };
+    OrdinaryMoveCheck ordinaryCheck{watch, from};
+    const auto offerOrdinary = [&](int to) { return sink.Wants(to) && ordinaryCheck.Safe(to) && sink.Take(to); };
     const auto offerKingMove = [&](int to) {
         return sink.Wants(to) && MoveKeepsKingSafe(watch.position, from, to) && sink.Take(to);
     };

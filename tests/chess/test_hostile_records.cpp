@@ -44,8 +44,13 @@ TEST(HostileRecords, StayInsideAndComeBackUnchanged)
             const int count = GenerateDestinations(&position, from, destinations);
             ASSERT_LE(count, MaxDestinations);
             ASSERT_EQ(destinations[MaxDestinations], -7);
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < count; ++i) {
                 ASSERT_TRUE(destinations[i] >= 0 && destinations[i] < 64);
+                // The generator's shortcuts for pins and checks agree with
+                // the plain trial of the move.
+                sPosition trial = position;
+                ASSERT_EQ(MoveKeepsKingSafe(&trial, from, destinations[i]), 1) << from << "-" << destinations[i];
+            }
         }
         ASSERT_TRUE(SameRecord(position, before)) << "GenerateDestinations";
 
