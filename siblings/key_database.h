@@ -84,8 +84,10 @@ OVKEY_API int32_t OvkOptimizeDatabase(int32_t first, int32_t second, int32_t tar
 // Not 0 when `file` is an open game file handle of the open database's game file.
 OVKEY_API int32_t IDIsDatabaseGamefile(uint32_t file);
 
-// The status of the database's game file: `a` is 0 (reserved); bits 1 and 2
-// mean what they mean in IGFileStatus for that file. 0 without open database.
+// The status of the open database in the bits of IGFileStatus: 1 open, 2 in a
+// run of writes or reads (a transaction of the key files), 4 deleted games
+// counted. `a` is 0 for all bits, else a mask as in IGFileStatus. 0 without
+// open database.
 OVKEY_API int32_t DbsFileStatus(int32_t a);
 
 // Counts `count` more deleted games in the database's game file (negative for

@@ -1,0 +1,181 @@
+// Games stored through the key database: filed under the deepest key of their
+// main line, listed and visited by key, kept across reopening.
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <vector>
+
+#include "keydb/key_test_support.h"
+#include "siblings/game_driver.h"
+#include "siblings/key_database.h"
+
+namespace {
+
+class GameFiling : public KeyTreeTest {
+protected:
+    void SetUp() override
+    {
+        KeyTreeTest::SetUp();
+        file = OvgOpenGamefile(gameFile.c_str(), 0);
+        ASSERT_NE(file, 0u);
+        game = IGGameOpenGame();
+        ASSERT_NE(game, 0u);
+    }
+    void TearDown() override
+    {
+        IGGameCloseGame(game);
+        OvgCloseGamefile(file);
+        KeyTreeTest::TearDown();
+    }
+
+    // Builds a game of coordinate moves in the buffer and stores it.
+    int32_t Save(std::initializer_list<const char*> moves)
+    {
+        EXPECT_EQ(NewGameErase(game), 1);
+        for (const char* move : moves) {
+            MoveXY xy{move[0] - 'a' + 1, move[1] - '0', move[2] - 'a' + 1, move[3] - '0', 0};
+            EXPECT_NE(LegalMove(game, &xy), 0) << move;
+            EXPECT_EQ(AcceptMove(game, &xy), 1) << move;
+        }
+        return OvkSaveToDatabase(game, file, 0, 0, 1);
+    }
+
+    std::vector<int32_t> Games(int32_t key, int32_t scope)
+    {
+        std::vector<int32_t> numbers(16);
+        const int32_t n = DbsSearchKey(key, OVK_SEARCH_GAMES, scope, numbers.data(), 16);
+        numbers.resize(static_cast<size_t>(std::max(n, 0)));
+        return numbers;
+    }
+
+    uint32_t file = 0;
+    uint32_t game = 0;
+};
+
+TEST_F(GameFiling, GamesGoUnderTheDeepestKeyTheyReach)
+{
+    const int32_t najdorfLike = Save({"e2e4", "c7c5", "g1f3", "d7d6", "d2d4"});
+    const int32_t french = Save({"e2e4", "e7e6", "d2d4"});
+    const int32_t closed = Save({"d2d4", "d7d5"});
+    const int32_t english = Save({"c2c4"});
+    // Leaves the tree after 1.e4 and comes back into it by transposition.
+    const int32_t transposed = Save({"g1f3", "c7c5", "e2e4", "d7d6"});
+    for (int32_t number : {najdorfLike, french, closed, english, transposed})
+        ASSERT_GT(number, 0);
+    EXPECT_EQ(OvgGetNumberOfGames(file), 5);
+
+    EXPECT_EQ(Games(nf3, OVK_SCOPE_KEY), (std::vector<int32_t>{najdorfLike, transposed}));
+    EXPECT_EQ(Games(e4, OVK_SCOPE_KEY), (std::vector<int32_t>{french}));
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{closed}));
+    EXPECT_EQ(Games(start, OVK_SCOPE_KEY), (std::vector<int32_t>{english}));
+    EXPECT_EQ(Games(sicilian, OVK_SCOPE_KEY), (std::vector<int32_t>{}));
+    EXPECT_EQ(Games(e4, OVK_SCOPE_SUBTREE),
+              (std::vector<int32_t>{najdorfLike, french, transposed}));
+
+    sKeyData data;
+    ASSERT_EQ(DbsGetKeyDataInfo(e4, &data), 1);
+    EXPECT_EQ(data.gameCount, 1);
+    EXPECT_EQ(data.subtreeGames, 3);
+    // The buffer is left on its initial position.
+    EXPECT_EQ(IGGameGetCM(game), 1);
+}
+
+TEST_F(GameFiling, TheVisitorSeesEachGameUntilItStops)
+{
+    std::vector<int32_t> saved;
+    for (int i = 0; i < 5; ++i)
+        saved.push_back(Save({"e2e4", "c7c5", "g1f3"}));
+
+    static std::vector<int32_t> visited;
+    static size_t stopAfter;
+    const DbsGameVisitor visitor = [](int32_t number) {
+        visited.push_back(number);
+        return visited.size() < stopAfter ? 1 : 0;
+    };
+    visited.clear();
+    stopAfter = 100;
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 5);
+    EXPECT_EQ(visited, saved);
+
+    visited.clear();
+    stopAfter = 2;
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 2);
+    EXPECT_EQ(visited, (std::vector<int32_t>{saved[0], saved[1]}));
+
+    visited.clear();
+    EXPECT_EQ(DbsCBSearchKey(open, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 0);
+    EXPECT_EQ(DbsCBSearchKey(9999, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), -1);
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, visitor), -1);
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, nullptr), -1);
+    EXPECT_TRUE(visited.empty());
+}
+
+TEST_F(GameFiling, AVisitorMayCloseTheDatabase)
+{
+    Save({"e2e4"});
+    Save({"e2e4"});
+    const DbsGameVisitor closer = [](int32_t) { return IDCloseBase(0); };
+    EXPECT_EQ(DbsCBSearchKey(e4, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, closer), 1);
+    EXPECT_EQ(DbsGetDatabaseDepth(), 0);
+}
+
+TEST_F(GameFiling, ManyGamesAreVisitedAcrossRounds)
+{
+    ASSERT_EQ(OvgFileAction(file, 2), 1);
+    for (int i = 0; i < 1200; ++i)
+        ASSERT_GT(Save({"d2d4"}), 0);
+    ASSERT_EQ(OvgFileAction(file, 0), 1);
+    static int32_t count, previous;
+    count = 0;
+    previous = 0;
+    const DbsGameVisitor ascending = [](int32_t number) {
+        const bool inOrder = number > previous;
+        previous = number;
+        ++count;
+        return inOrder ? 1 : 0;
+    };
+    EXPECT_EQ(DbsCBSearchKey(d4, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, ascending), 1200);
+    EXPECT_EQ(count, 1200);
+}
+
+TEST_F(GameFiling, SetUpGamesAreStoredButNotFiled)
+{
+    BoardLine line = PlayLine({"e2e4"});
+    ASSERT_EQ(NewGameErase(game), 1);
+    ASSERT_EQ(BoardToInitialPosition(game, &line.board, line.board.castling, 0, 2), 1);
+    ASSERT_NE(IGGameGetStatus(game, OvgStatusSetUp), 0);
+    const int32_t number = OvkSaveToDatabase(game, file, 0, 0, 1);
+    EXPECT_GT(number, 0);
+    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{}));
+}
+
+TEST_F(GameFiling, OnlyTheDatabasesOwnGameFileIsIt)
+{
+    EXPECT_NE(IDIsDatabaseGamefile(file), 0);
+    const std::string otherPath = scratch.Path() + "/other.ovg";
+    const uint32_t other = OvgOpenGamefile(otherPath.c_str(), 1);
+    ASSERT_NE(other, 0u);
+    EXPECT_EQ(IDIsDatabaseGamefile(other), 0);
+    EXPECT_EQ(IDIsDatabaseGamefile(0), 0);
+    EXPECT_EQ(IDIsDatabaseGamefile(0x7FFFFFFF), 0);
+    // A game for another file is not stored through the key database.
+    ASSERT_EQ(NewGameErase(game), 1);
+    EXPECT_EQ(OvkSaveToDatabase(game, other, 0, 0, 1), 0);
+    EXPECT_EQ(OvgGetNumberOfGames(other), 0);
+    EXPECT_EQ(OvkSaveToDatabase(0, file, 0, 0, 1), 0);
+    OvgCloseGamefile(other);
+    EXPECT_EQ(IDIsDatabaseGamefile(other), 0);
+}
+
+TEST_F(GameFiling, ReopeningKeepsTheLists)
+{
+    const int32_t first = Save({"e2e4", "e7e5", "g1f3"});
+    ASSERT_EQ(IDCloseBase(0), 1);
+    ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
+    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{first}));
+    const int32_t second = Save({"e2e4", "e7e5"});
+    EXPECT_EQ(second, first + 1);
+    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second}));
+}
+
+}  // namespace

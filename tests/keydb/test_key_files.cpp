@@ -1,0 +1,204 @@
+// Opening, closing, reopening, optimising and removing the key database's
+// files, and every call without an open database.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "keydb/key_test_support.h"
+#include "ovkey/key_tree.h"
+#include "siblings/game_driver.h"
+#include "siblings/key_database.h"
+
+namespace {
+
+TEST(KeyDatabaseOpen, BadArgumentsAndPathsAreRefused)
+{
+    ScratchDirectory scratch;
+    const std::string missing = scratch.Path() + "/missing.ovg";
+    const std::string noDirectory = scratch.Path() + "/no/such/dir/games.ovg";
+    struct Case {
+        const char* path;
+        int32_t mode, reserved, expected;
+    };
+    for (const Case& c : {Case{nullptr, 0, 0, OVK_OPEN_BAD_ARGUMENT},
+                          Case{"", 1, 0, OVK_OPEN_BAD_ARGUMENT},
+                          Case{missing.c_str(), 2, 0, OVK_OPEN_BAD_ARGUMENT},
+                          Case{missing.c_str(), 1, 5, OVK_OPEN_BAD_ARGUMENT},
+                          Case{"/tmp/", 1, 0, OVK_OPEN_BAD_ARGUMENT},
+                          Case{missing.c_str(), 0, 0, OVK_OPEN_MISSING},
+                          Case{noDirectory.c_str(), 1, 0, OVK_OPEN_FAILED}}) {
+        EXPECT_EQ(IDOpenBase(c.path, c.mode, c.reserved), c.expected)
+            << (c.path ? c.path : "null") << " " << c.mode << " " << c.reserved;
+        EXPECT_EQ(IDCloseBase(0), 0);
+    }
+    EXPECT_FALSE(FileExists(missing));
+}
+
+TEST(KeyDatabaseOpen, GameFileWithoutKeyFilesIsMissing)
+{
+    ScratchDirectory scratch;
+    const std::string path = scratch.Path() + "/games.ovg";
+    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
+    ASSERT_EQ(IDCloseBase(0), 1);
+    ASSERT_EQ(OvkDeleteDatabaseFiles(path.c_str(), (scratch.Path() + "/OvIndex/").c_str(),
+                                     OV_KEYFILES_LISTS),
+              1);
+    EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_MISSING);
+    EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
+    EXPECT_EQ(IDCloseBase(0), 1);
+}
+
+TEST(KeyDatabaseOpen, GarbageKeyFileIsRefused)
+{
+    ScratchDirectory scratch;
+    const std::string path = scratch.Path() + "/games.ovg";
+    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
+    ASSERT_EQ(IDCloseBase(0), 1);
+    const std::string tree = scratch.Path() + "/OvIndex/games.ovg.okt";
+    for (const std::string& garbage :
+         {std::string("this is no key tree at all, just some text"), std::string(5000, '\xF3'),
+          std::string()}) {
+        ASSERT_TRUE(FileExists(tree));
+        WriteFile(tree, garbage);
+        EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_FAILED)
+            << garbage.size();
+        EXPECT_EQ(IDCloseBase(0), 0);
+        WriteFile(tree, garbage);
+    }
+}
+
+TEST(KeyDatabaseOpen, EveryCallFailsWithoutAnOpenDatabase)
+{
+    BoardLine line = PlayLine({});
+    BoardRecord board{};
+    int32_t key = 0, array[4] = {};
+    char text[256];
+    sKeyData data;
+    sKeyViewLine view;
+    std::vector<unsigned char> block(OVK_CACHE_ENTRY_SIZE);
+    const std::vector<std::pair<const char*, std::function<int32_t()>>> calls = {
+        {"IDCloseBase", [] { return IDCloseBase(0); }},
+        {"DbsKeyCacheOn", [&] { return DbsKeyCacheOn(block.data(), 1); }},
+        {"OvkOptimizeDatabase", [] { return OvkOptimizeDatabase(0, 0, 1, 0, 0); }},
+        {"IDIsDatabaseGamefile", [] { return IDIsDatabaseGamefile(1); }},
+        {"DbsFileStatus", [] { return DbsFileStatus(0); }},
+        {"DbsAdjustDeletedGames", [] { return DbsAdjustDeletedGames(1); }},
+        {"OvkSaveToDatabase", [] { return OvkSaveToDatabase(1, 1, 0, 0, 1); }},
+        {"DbsGetDatabaseDepth", [] { return DbsGetDatabaseDepth(); }},
+        {"OvkFindPosition", [&] { return OvkFindPosition(&line.board, &key); }},
+        {"OvkGetKeyPosition", [&] { return OvkGetKeyPosition(1, &board); }},
+        {"DbsGetKeyMove", [] { return DbsGetKeyMove(1, 0, 0); }},
+        {"OvkGetFirstKey", [] { return OvkGetFirstKey(0, 0); }},
+        {"OvkGetNextKey", [] { return OvkGetNextKey(1, 0); }},
+        {"OvkGetPreviousKey", [] { return OvkGetPreviousKey(1, 0); }},
+        {"DbsGetKeycode", [&] { return DbsGetKeycode(1, text); }},
+        {"DbsGetRemark", [&] { return DbsGetRemark(1, text); }},
+        {"OvkGetKeyName", [&] { return OvkGetKeyName(1, text, 0, 256); }},
+        {"DbsGetKeyDataInfo", [&] { return DbsGetKeyDataInfo(1, &data); }},
+        {"OvkFileAction", [] { return OvkFileAction(1); }},
+        {"DbsGetHorViewLine", [&] { return DbsGetHorViewLine(1, &view, nullptr); }},
+        {"AddKey", [&] { return ovkey::AddKey({"A00", "", "", &line.board, 0, {}}); }},
+    };
+    for (const auto& [name, call] : calls)
+        EXPECT_EQ(call(), 0) << name;
+    EXPECT_EQ(DbsSearchKey(0, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, array, 4), -1);
+    EXPECT_EQ(DbsCBSearchKey(1, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, [](int32_t) { return 1; }), -1);
+    EXPECT_EQ(DbsKeyCacheOff(), 1);
+    ovkey::KeyTreeBatch batch;
+    EXPECT_FALSE(batch.Started());
+}
+
+using KeyDatabaseFiles = KeyTreeTest;
+
+TEST_F(KeyDatabaseFiles, ReopeningKeepsKeysAndDeletedCount)
+{
+    ASSERT_EQ(DbsAdjustDeletedGames(2), 1);
+    EXPECT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_BUSY);
+    ASSERT_EQ(IDCloseBase(0), 1);
+    ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
+
+    EXPECT_EQ(DbsGetDatabaseDepth(), 4);
+    BoardLine line = PlayLine({"d2d4", "d7d5"});
+    int32_t key = 0;
+    EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
+    EXPECT_EQ(key, d5);
+    char name[256];
+    EXPECT_EQ(OvkGetKeyName(nf3, name, 0, sizeof name), 1);
+    EXPECT_STREQ(name, "Sicilian: 2.Nf3");
+    EXPECT_EQ(OvkGetNextKey(d5, OV_KEYORDER_TREE), e4);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileHasDeleted);
+}
+
+TEST_F(KeyDatabaseFiles, StatusFollowsRunsAndDeletedGames)
+{
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen);
+    ASSERT_EQ(OvkFileAction(1), 1);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileInBulk);
+    EXPECT_EQ(DbsFileStatus(OvgFileInBulk), OvgFileInBulk);
+    ASSERT_EQ(OvkFileAction(0), 1);
+    ASSERT_EQ(DbsAdjustDeletedGames(1), 1);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileHasDeleted);
+    ASSERT_EQ(DbsAdjustDeletedGames(-5), 1);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen);
+}
+
+TEST_F(KeyDatabaseFiles, OptimisingKeepsEverything)
+{
+    struct Case {
+        int32_t first, second, target, level, reserved, expected;
+    };
+    for (const Case& c : {Case{0, 0, 1, OV_KEYDB_OPTIMIZE_QUICK, 0, 1},
+                          Case{0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0, 1},
+                          Case{0, 0, 1, 2, 0, 0}, Case{1, 0, 1, 0, 0, 0},
+                          Case{0, 0, 0, 0, 0, 0}, Case{0, 0, 1, 0, 9, 0}})
+        EXPECT_EQ(OvkOptimizeDatabase(c.first, c.second, c.target, c.level, c.reserved),
+                  c.expected)
+            << c.first << c.second << c.target << c.level << c.reserved;
+    ASSERT_EQ(OvkFileAction(1), 1);
+    EXPECT_EQ(OvkOptimizeDatabase(0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0), 0);
+    ASSERT_EQ(OvkFileAction(0), 1);
+    char code[256];
+    EXPECT_EQ(DbsGetKeycode(d5, code), 1);
+    EXPECT_STREQ(code, "D00");
+}
+
+TEST_F(KeyDatabaseFiles, DeletingRemovesOnlyTheKindsAskedFor)
+{
+    const std::string index = scratch.Path() + "/OvIndex";
+    const std::string tree = index + "/games.ovg.okt";
+    const std::string lists = index + "/games.ovg.okl";
+    const std::string sortIndex = index + "/games.ovg.s01";
+    const std::string otherGameFile = index + "/games.ovg.x.okt";
+    WriteFile(sortIndex, "index");
+    WriteFile(otherGameFile, "another game file's key tree");
+
+    // The open database's files stay.
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), index.c_str(), OV_KEYFILES_ALL), 0);
+    EXPECT_TRUE(FileExists(tree));
+    ASSERT_EQ(IDCloseBase(0), 1);
+
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), index.c_str(), OV_KEYFILES_INDEX), 1);
+    EXPECT_FALSE(FileExists(sortIndex));
+    EXPECT_TRUE(FileExists(tree));
+    EXPECT_TRUE(FileExists(lists));
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), (index + "/").c_str(), OV_KEYFILES_TREE), 1);
+    EXPECT_FALSE(FileExists(tree));
+    EXPECT_TRUE(FileExists(lists));
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), index.c_str(), OV_KEYFILES_ALL), 1);
+    EXPECT_FALSE(FileExists(lists));
+    EXPECT_TRUE(FileExists(otherGameFile));
+    EXPECT_TRUE(FileExists(gameFile));
+    // Nothing left to remove is success; bad arguments are not.
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), index.c_str(), OV_KEYFILES_ALL), 1);
+    EXPECT_EQ(OvkDeleteDatabaseFiles("games.ovg", "games.ovg", OV_KEYFILES_ALL), 1);
+    for (int32_t kinds : {0, 8, -1})
+        EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), index.c_str(), kinds), 0) << kinds;
+    EXPECT_EQ(OvkDeleteDatabaseFiles(nullptr, index.c_str(), OV_KEYFILES_ALL), 0);
+    EXPECT_EQ(OvkDeleteDatabaseFiles(gameFile.c_str(), nullptr, OV_KEYFILES_ALL), 0);
+}
+
+}  // namespace
