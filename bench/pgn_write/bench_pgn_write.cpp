@@ -83,6 +83,16 @@ const KeptGames* LoadGames()
     return kept;
 }
 
+// The kept games, or null with the benchmark skipped when there are none.
+const KeptGames* GamesOrSkip(benchmark::State& state)
+{
+    const KeptGames* kept = LoadGames();
+    if (!kept->games.empty())
+        return kept;
+    state.SkipWithError(("no games in " + BenchFile).c_str());
+    return nullptr;
+}
+
 void Report(benchmark::State& state, size_t games, int64_t bytes)
 {
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(games));
@@ -92,11 +102,9 @@ void Report(benchmark::State& state, size_t games, int64_t bytes)
 
 void BM_WriteEachGameToMemory(benchmark::State& state)
 {
-    const KeptGames* kept = LoadGames();
-    if (kept->games.empty()) {
-        state.SkipWithError(("no games in " + BenchFile).c_str());
+    const KeptGames* kept = GamesOrSkip(state);
+    if (kept == nullptr)
         return;
-    }
     int64_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;
@@ -113,11 +121,9 @@ BENCHMARK(BM_WriteEachGameToMemory)->Unit(benchmark::kMillisecond)->UseRealTime(
 
 void BM_WriteAllGamesToFile(benchmark::State& state)
 {
-    const KeptGames* kept = LoadGames();
-    if (kept->games.empty()) {
-        state.SkipWithError(("no games in " + BenchFile).c_str());
+    const KeptGames* kept = GamesOrSkip(state);
+    if (kept == nullptr)
         return;
-    }
     int64_t bytes = 0;
     for (auto _ : state) {
         std::unique_ptr<std::FILE, FileCloser> file(std::tmpfile());
@@ -137,11 +143,9 @@ BENCHMARK(BM_WriteAllGamesToFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 // line of every game: the share of the chess core in the two figures above.
 void BM_MainLineMoveTextsOnly(benchmark::State& state)
 {
-    const KeptGames* kept = LoadGames();
-    if (kept->games.empty()) {
-        state.SkipWithError(("no games in " + BenchFile).c_str());
+    const KeptGames* kept = GamesOrSkip(state);
+    if (kept == nullptr)
         return;
-    }
     int64_t characters = 0;
     for (auto _ : state) {
         characters = 0;

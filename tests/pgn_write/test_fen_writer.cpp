@@ -4,17 +4,9 @@
 #include <string>
 
 #include "pgn/write/fen_writer.h"
+#include "pgn_write/test_game.h"
 
 namespace {
-
-sPosition EmptyBoard()
-{
-    sPosition position;
-    std::memset(&position, 0, sizeof position);
-    position.sideToMove = 1;
-    position.epSquare = OV_NO_EP_SQUARE;
-    return position;
-}
 
 std::string FenOf(const sPosition& position, uint32_t firstMoveNumber)
 {
@@ -24,51 +16,34 @@ std::string FenOf(const sPosition& position, uint32_t firstMoveNumber)
     return text;
 }
 
-TEST(PositionToFen, RunsOfEmptySquares)
+TEST(PositionToFen, PlacementSideCastlingAndEnPassant)
 {
-    sPosition position = EmptyBoard();
-    position.board[4] = OV_WHITE_KING;
+    TestGame game;
+    game.SetUp({{"e1", OV_WHITE_KING}}, 1, 0);
+    sPosition& position = *game.game().position;
     EXPECT_EQ(FenOf(position, 0), "8/8/8/8/8/8/8/4K3 w - - 0 1");
-    position.board[60] = OV_BLACK_KING;
-    position.board[12] = OV_WHITE_PAWN;
-    position.board[0] = OV_WHITE_ROOK;
-    position.board[63] = OV_BLACK_ROOK;
-    EXPECT_EQ(FenOf(position, 11), "4k2r/8/8/8/8/8/4P3/R3K3 w - - 0 12");
-}
 
-TEST(PositionToFen, SideCastlingAndEnPassant)
-{
-    sPosition position = EmptyBoard();
-    position.board[4] = OV_WHITE_KING;
-    position.board[60] = OV_BLACK_KING;
-    position.board[28] = OV_WHITE_PAWN;  // e4, having just stepped over e3
-    position.sideToMove = 0;
-    position.epSquare = 20;
-    position.castleBlackLong = 1;
-    position.castleWhiteShort = 8;  // a rook square instead of 1 gives the same letter
-    EXPECT_EQ(FenOf(position, 4), "4k3/8/8/8/4P3/8/8/4K3 b Kq e3 0 5");
-    position.castleWhiteLong = position.castleBlackShort = 1;
-    position.epSquare = 47;
+    game.SetUp({{"e1", OV_WHITE_KING}, {"e4", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING},
+                {"h8", OV_BLACK_ROOK}, {"a1", 7}, {"b1", 8 + 16}},  // no pieces: "?"
+               0, 0);
+    position.epSquare = Square("e3");
+    position.castleBlackShort = 1;
+    position.castleWhiteLong = 8;  // a rook square gives the same letter as 1
+    EXPECT_EQ(FenOf(position, 4), "4k2r/8/8/8/4P3/8/8/??2K3 b Qk e3 0 5");
+
     position.sideToMove = 2;  // any value but 0 is White
-    EXPECT_EQ(FenOf(position, 0), "4k3/8/8/8/4P3/8/8/4K3 w KQkq h6 0 1");
     position.epSquare = 200;
-    EXPECT_EQ(FenOf(position, 0), "4k3/8/8/8/4P3/8/8/4K3 w KQkq - 0 1");
+    EXPECT_EQ(FenOf(position, 0), "4k2r/8/8/8/4P3/8/8/??2K3 w Qk - 0 1");
 }
 
-TEST(PositionToFen, CodesThatAreNoPiecesAndTheLongestText)
+TEST(PositionToFen, LongestTextFitsItsRoom)
 {
-    sPosition position = EmptyBoard();
-    position.board[0] = 7;
-    position.board[1] = 8 + 16;  // only the low four bits are read
-    position.board[2] = 15;
-    position.board[3] = OV_BLACK_QUEEN | 0x80;
-    EXPECT_EQ(FenOf(position, 0), "8/8/8/8/8/8/8/???q4 w - - 0 1");
-
-    for (int square = 0; square < 64; ++square)
-        position.board[square] = OV_WHITE_QUEEN;
+    sPosition position;
+    std::memset(position.board, OV_WHITE_QUEEN, sizeof position.board);
+    position.sideToMove = 1;
+    position.epSquare = Square("a3");
     position.castleWhiteLong = position.castleWhiteShort = 1;
     position.castleBlackLong = position.castleBlackShort = 1;
-    position.epSquare = 16;
     std::string fen = FenOf(position, 0xFFFFFFFEu);
     EXPECT_EQ(fen.size(), 94u);
     EXPECT_EQ(fen.substr(fen.size() - 23), " w KQkq a3 0 4294967295");

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "chess/position.h"
 #include "pgn/pgn_game.h"
@@ -24,43 +25,46 @@ public:
 
     PgnGame& game() { return *storage_.Game(); }
 
-    // The flat tree, entry by entry: "e2e4" with a promotion letter behind
-    // the squares where needed ("e7e8n"), then "B" for MoveBranch and "E" for
-    // MoveLineEnd. moveCount becomes the length of the first line; treeCount
-    // the number of entries when any entry carries MoveBranch, else 0.
+    // The flat tree, entry by entry: "e2e4", "e7e8n" (promotion to a knight),
+    // then "B" for MoveBranch and "E" for MoveLineEnd. moveCount becomes the
+    // length of the first line; treeCount the number of entries when any entry
+    // carries MoveBranch, else 0.
     TestGame& Tree(std::initializer_list<std::string_view> entries)
     {
         PgnGame& record = game();
-        uint32_t count = 0;
-        bool branches = false;
+        uint32_t count = 0, branches = 0;
         record.moveCount = 0;
         for (std::string_view entry : entries) {
+            std::string_view marks = entry.substr(4);
             uint32_t word = static_cast<uint32_t>(Square(entry.substr(0, 2)) |
                                                   Square(entry.substr(2, 2)) << 8);
-            for (char mark : entry.substr(4)) {
-                if (mark == 'r')
-                    word |= 0x4000;
-                if (mark == 'b')
-                    word |= 0x8000;
-                if (mark == 'n')
-                    word |= 0xC000;
-                if (mark == 'B') {
-                    word |= MoveBranch;
-                    branches = true;
-                }
-                if (mark == 'E' && record.moveCount == 0)
-                    record.moveCount = count + 1;
-                if (mark == 'E')
-                    word |= MoveLineEnd;
-            }
-            record.moves[count] = static_cast<PackedMove>(word);
-            record.nags[count + 1] = 0;
-            record.commentIndex[count + 1] = 0;
-            ++count;
+            word |= marks.find('n') != marks.npos ? 0xC000 : 0;
+            word |= marks.find('B') != marks.npos ? MoveBranch : 0;
+            word |= marks.find('E') != marks.npos ? MoveLineEnd : 0;
+            branches += (word & MoveBranch) != 0;
+            if ((word & MoveLineEnd) && record.moveCount == 0)
+                record.moveCount = count + 1;
+            record.moves[count++] = static_cast<PackedMove>(word);
+            record.nags[count] = 0;
+            record.commentIndex[count] = 0;
         }
-        if (record.moveCount == 0)
-            record.moveCount = count;
-        record.treeCount = branches ? count : 0;
+        record.moveCount = record.moveCount != 0 ? record.moveCount : count;
+        record.treeCount = branches != 0 ? count : 0;
+        return *this;
+    }
+
+    // A set-up start position: these men on an otherwise empty board, no
+    // castling rights, no en passant square.
+    TestGame& SetUp(std::initializer_list<std::pair<std::string_view, uint8_t>> men,
+                    uint8_t sideToMove, uint32_t firstMoveNumber)
+    {
+        sPosition& position = *game().position;
+        std::memset(&position, 0, sizeof position);
+        for (const auto& [square, code] : men)
+            position.board[Square(square)] = code;
+        position.sideToMove = sideToMove;
+        position.epSquare = OV_NO_EP_SQUARE;
+        game().firstMoveNumber = firstMoveNumber;
         return *this;
     }
 

@@ -65,13 +65,7 @@ TEST(Movetext, AnnotationsOfAVariationsFirstMove)
 TEST(Movetext, PromotionCheckAndMateSigns)
 {
     TestGame game;
-    sPosition& position = *game.game().position;
-    std::memset(position.board, 0, sizeof position.board);
-    position.board[Square("h1")] = OV_WHITE_KING;
-    position.board[Square("b7")] = OV_WHITE_PAWN;
-    position.board[Square("e8")] = OV_BLACK_KING;
-    position.castleWhiteLong = position.castleWhiteShort = 0;
-    position.castleBlackLong = position.castleBlackShort = 0;
+    game.SetUp({{"h1", OV_WHITE_KING}, {"b7", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 0);
     game.Tree({"b7b8B", "e8d7", "h1g2E", "b7b8nE"}).Tag(TagResult, "*");
     EXPECT_EQ(game.Movetext(), "1. b8=Q+ (1. b8=N) 1... Kd7 2. Kg2 *");
 
@@ -83,16 +77,9 @@ TEST(Movetext, PromotionCheckAndMateSigns)
 TEST(Movetext, SetUpPositionWithBlackToMove)
 {
     TestGame game;
-    sPosition& position = *game.game().position;
-    std::memset(position.board, 0, sizeof position.board);
-    position.board[Square("e1")] = OV_WHITE_KING;
-    position.board[Square("e2")] = OV_WHITE_PAWN;
-    position.board[Square("e8")] = OV_BLACK_KING;
-    position.castleWhiteLong = position.castleWhiteShort = 0;
-    position.castleBlackLong = position.castleBlackShort = 0;
-    position.sideToMove = 0;
-    game.game().firstMoveNumber = 11;
+    game.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 0, 11);
     game.Tree({"e8d7", "e2e4", "d7d6E"}).Comment(0, "Start").Tag(TagResult, "*");
+    EXPECT_NE(game.Text().find("[FEN \"4k3/8/8/8/8/8/4P3/4K3 b - - 0 12\"]\n\n"), std::string::npos);
     EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 13. e4 Kd6 *");
     // A comment on Black's first move gives White's reply its full number, and
     // the first move's own annotations are not repeated in front of it.
