@@ -1,5 +1,4 @@
 // Playing a move on a position, and the exported form of it.
-#include "chess/apply_move_steps.h"
 #include "chess/move_generator.h"
 #include "chess/packed_move.h"
 #include "chess/piece_codes.h"

@@ -6,6 +6,7 @@
 #define ORVAN_CHESS_BOARD_GEOMETRY_H
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 inline constexpr std::array<int, 4> DiagonalSteps = {7, 9, -7, -9};
@@ -92,23 +93,22 @@ inline constexpr auto Rays = [] {
     return table;
 }();
 
-inline constexpr auto KnightTargets = [] {
+// The targets of single steps from each square, in the order of `steps`,
+// for the steps that `staysOnBoard` allows.
+template <size_t N>
+constexpr std::array<TargetList, 64> SingleStepTargets(const std::array<int, N>& steps,
+                                                       bool (*staysOnBoard)(int, int))
+{
     std::array<TargetList, 64> table{};
     for (int square = 0; square < 64; ++square)
-        for (int step : KnightSteps)
-            if (KnightStepStaysOnBoard(square, step))
+        for (int step : steps)
+            if (staysOnBoard(square, step))
                 table[square].squares[table[square].count++] = static_cast<uint8_t>(square + step);
     return table;
-}();
+}
 
-inline constexpr auto KingTargets = [] {
-    std::array<TargetList, 64> table{};
-    for (int square = 0; square < 64; ++square)
-        for (int step : QueenSteps)
-            if (QueenStepStaysOnBoard(square, step))
-                table[square].squares[table[square].count++] = static_cast<uint8_t>(square + step);
-    return table;
-}();
+inline constexpr auto KnightTargets = SingleStepTargets(KnightSteps, KnightStepStaysOnBoard);
+inline constexpr auto KingTargets = SingleStepTargets(QueenSteps, QueenStepStaysOnBoard);
 
 // DirectionTo[square][target]: the direction (index into QueenSteps) of
 // the ray from `square` that passes `target`, -1 when none does.

@@ -171,19 +171,20 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
         }
         return offerCaptures(1);
     }
-    case 2: {
+    case KnightKind: {
         const TargetList& targets = KnightTargets[from];
         for (int i = 0; i < targets.count; ++i)
             if (isFree(board[targets.squares[i]]) && offerOrdinary(targets.squares[i]))
                 return true;
         return false;
     }
-    case 3:
-    case 4:
-    case 5: {
+    case BishopKind:
+    case RookKind:
+    case QueenKind: {
+        // Bishops walk the diagonal rays, rooks the straight ones, queens both.
         const int kind = piece & 7;
-        const int firstDirection = kind == 4 ? FirstStraightDirection : 0;
-        const int endDirection = kind == 3 ? FirstStraightDirection : 8;
+        const int firstDirection = kind == RookKind ? FirstStraightDirection : 0;
+        const int endDirection = kind == BishopKind ? FirstStraightDirection : 8;
         for (int direction = firstDirection; direction < endDirection; ++direction) {
             const Ray& ray = Rays[from][direction];
             for (int i = 0; i < ray.length; ++i) {
@@ -200,7 +201,7 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
         }
         return false;
     }
-    default: {  // the king
+    default: {  // KingKind
         const TargetList& targets = KingTargets[from];
         for (int i = 0; i < targets.count; ++i)
             if (isFree(board[targets.squares[i]]) && offerKingMove(targets.squares[i]))
@@ -248,5 +249,15 @@ struct AnyDestinationSink {
     bool Wants(int) const { return true; }
     bool Take(int) { return true; }
 };
+
+// Whether any man of the side to move has a legal destination.
+inline bool SideToMoveHasLegalMove(KingWatch& watch)
+{
+    AnyDestinationSink sink;
+    for (int square = 0; square < 64; ++square)
+        if (VisitDestinations(watch, square, sink))
+            return true;
+    return false;
+}
 
 #endif

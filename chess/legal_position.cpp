@@ -27,11 +27,11 @@ bool TooManyMen(const std::array<int, 16>& count, uint8_t colourBit)
 {
     const auto of = [&](int kind) { return count[colourBit | kind]; };
     int men = 0;
-    for (int kind = 1; kind <= 6; ++kind)
+    for (int kind = PawnKind; kind <= KingKind; ++kind)
         men += of(kind);
     const int pawns = of(PawnKind);
-    return men > 16 || of(6) > 1 || of(5) + pawns > 9 || of(4) + pawns > 10 || of(3) + pawns > 10 ||
-           of(2) + pawns > 10 || pawns > 8;
+    return men > 16 || of(KingKind) > 1 || of(QueenKind) + pawns > 9 || of(RookKind) + pawns > 10 ||
+           of(BishopKind) + pawns > 10 || of(KnightKind) + pawns > 10 || pawns > 8;
 }
 
 }  // namespace

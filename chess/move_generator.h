@@ -54,4 +54,8 @@ int MoveIsLegal(sPosition* position, uint32_t move);
 // bits are 0 changes nothing.
 void ApplyMove(sPosition* position, uint32_t move);
 
+// The same steps for any word, the word 0 (the step a1-a1) included, for the
+// trial of a move that describes it.
+void ApplyMoveSteps(sPosition* position, uint32_t move);
+
 #endif

@@ -67,7 +67,7 @@ int32_t OvGetMoveInfo(sPosition* position, uint32_t move)
         } else {
             // The piece kinds 2 to 6 give the move kinds 0 to 4; a byte that
             // is no piece gives a kind without meaning.
-            info = (kind - 2) & OV_MOVE_KIND_MASK;
+            info = (kind - KnightKind) & OV_MOVE_KIND_MASK;
             const int ambiguity = FindAmbiguity(position, move);
             if (ambiguity & 1)
                 info |= OV_MOVE_SHOW_FILE;

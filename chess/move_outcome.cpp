@@ -1,7 +1,7 @@
 // Check, mate and stalemate after a move.
-#include "chess/apply_move_steps.h"
 #include "chess/attacks.h"
 #include "chess/destination_walk.h"
+#include "chess/move_generator.h"
 #include "chess/move_notation.h"
 #include "chess/piece_codes.h"
 
@@ -15,11 +15,7 @@ int SideToMoveInCheck(const sPosition* position)
 int SideToMoveHasNoMove(sPosition* position)
 {
     KingWatch watch = WatchSideToMove(position);
-    AnyDestinationSink sink;
-    for (int square = 0; square < 64; ++square)
-        if (VisitDestinations(watch, square, sink))
-            return 0;
-    return 1;
+    return SideToMoveHasLegalMove(watch) ? 0 : 1;
 }
 
 int MoveOutcome(sPosition* position, uint32_t move)
@@ -28,8 +24,12 @@ int MoveOutcome(sPosition* position, uint32_t move)
     // does not allow (a castling through men, say) leaves no trace.
     const sPosition before = *position;
     ApplyMoveSteps(position, move);
-    const int check = SideToMoveInCheck(position);
-    const int stuck = SideToMoveHasNoMove(position);
+    // The check test is the one the legal move search needs first, so the
+    // two share it.
+    KingWatch watch = WatchSideToMove(position);
+    LookAtKing(watch);
+    const int check = watch.kingAttacked ? 1 : 0;
+    const int stuck = SideToMoveHasLegalMove(watch) ? 0 : 1;
     *position = before;
     return check | (stuck << 1);
 }

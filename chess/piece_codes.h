@@ -11,7 +11,7 @@
 
 // The white bit of a piece code; the low three bits give the kind.
 inline constexpr uint8_t WhiteBit = 8;
-inline constexpr uint8_t PawnKind = 1;
+enum PieceKind : uint8_t { PawnKind = 1, KnightKind, BishopKind, RookKind, QueenKind, KingKind };
 
 constexpr bool IsWhiteMan(uint8_t code) { return code >= OV_WHITE_PAWN && code <= OV_WHITE_KING; }
 constexpr bool IsBlackMan(uint8_t code) { return code >= OV_BLACK_PAWN && code <= OV_BLACK_KING; }
