@@ -183,8 +183,8 @@ typedef uint16_t PackedMove;
 /*
  * The side to move is read from the lowest bit of sPosition.sideToMove
  * (1 white, 0 black), and a move flips that bit. Board bytes that are no
- * piece code (7, 8, 15 and above 15) are neither men nor empty: they block
- * lines and nothing moves onto them.
+ * piece code (7, 8, 15 and above 15) are neither men nor empty: for the
+ * legality of moves they block lines, and no man may take them.
  *
  * Threads: these operations take no lock and share no writable data. Those
  * that take a non-const position change it while they run (every trial move
@@ -218,8 +218,8 @@ ORVAN_API int32_t OvIsLegalPos(const sPosition* position);
  * by anything leaving or reaching a rook's square), the men (castling moves
  * the rook too; a pawn moving diagonally onto an empty square takes en
  * passant), promotion (bits 0 give a queen) and the side to move. A word
- * whose 16 bits are 0 changes nothing. Test the move with the library's
- * legality logic first where it matters: any word is played as it stands.
+ * whose 16 bits are 0 changes nothing. The move is not tested: any word is
+ * played as it stands.
  * Returns 1; 0 only for a null `position`, which is left alone.
  */
 ORVAN_API int32_t OvPlayMove(sPosition* position, uint32_t move);
