@@ -1,0 +1,210 @@
+// Game files, single games and walking through the library against the real
+// game store and key database, in a fresh directory per test.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "chess/position.h"
+#include "orvan.h"
+#include "siblings/game_driver.h"
+#include "siblings/key_database.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The driver is installed once for the program, as the library's load does.
+class DriverEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override
+    {
+        IGInstallGameDriver(0);
+        IGGameDriverInit(32000);
+    }
+    void TearDown() override
+    {
+        IGGameDriverFini();
+        IGRemoveGameDriver();
+    }
+};
+const auto* const driver = ::testing::AddGlobalTestEnvironment(new DriverEnvironment);
+
+constexpr MoveXY OpeningMoves[] = {
+    {5, 2, 5, 4, 0}, {5, 7, 5, 5, 0}, {7, 1, 6, 3, 0}, {2, 8, 3, 6, 0}};
+constexpr PackedMove OpeningWords[] = {0x1C0C, 0x2434, 0x1506, 0x2A39};
+
+class GamefilesIntegration : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string pattern = (fs::temp_directory_path() / "orvan-gamefiles-XXXXXX").string();
+        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+        dir = pattern;
+        game = OvAllocGameBuffer();
+        ASSERT_NE(game, 0u);
+    }
+
+    void TearDown() override
+    {
+        OvFreeGameBuffer(game);
+        fs::remove_all(dir);
+    }
+
+    std::string PathOf(const char* name) const { return (dir / name).string(); }
+
+    // The four opening moves from the standard start.
+    void BuildOpening()
+    {
+        ASSERT_EQ(NewGameErase(game), 1);
+        for (const MoveXY& move : OpeningMoves)
+            ASSERT_EQ(AcceptMove(game, &move), 1);
+    }
+
+    // A set-up position, white king e1, black king h6, white pawn a7, and
+    // the promotion a7-a8 to a knight.
+    void BuildKnightPromotion()
+    {
+        ASSERT_EQ(NewGameErase(game), 1);
+        BoardRecord board{};
+        ASSERT_EQ(IGNewBoard(&board), 1);
+        for (int file = 0; file < 8; ++file)
+            for (int rank = 0; rank < 8; ++rank)
+                board.squares[BoardIndex(file, rank)] = DrvEmpty;
+        board.squares[BoardIndex(4, 0)] = DrvWhiteKing;
+        board.squares[BoardIndex(7, 5)] = DrvBlackKing;
+        board.squares[BoardIndex(0, 6)] = DrvWhitePawn;
+        ASSERT_EQ(BoardToInitialPosition(game, &board, 0, 0, 1), 1);
+        const MoveXY promotion{1, 7, 1, 8, DrvWhiteKnight};
+        ASSERT_EQ(AcceptMove(game, &promotion), 1);
+    }
+
+    fs::path dir;
+    OvGameBuffer game = 0;
+};
+
+TEST_F(GamefilesIntegration, WrittenGamesComeBackAndWalk)
+{
+    const std::string path = PathOf("games.ovg");
+    OvGameFile file = OvCreateGamefile(path.c_str());
+    ASSERT_NE(file, 0u);
+    EXPECT_EQ(OvGetGamesCount(file), 0);
+
+    BuildOpening();
+    int32_t out = 0;
+    EXPECT_EQ(OvWriteGame(game, file, &out), 1);
+    EXPECT_EQ(out, 1);
+    BuildKnightPromotion();
+    EXPECT_EQ(OvWriteGame(game, file, nullptr), 2);
+    EXPECT_EQ(OvCloseGamefile(file), 1);
+
+    file = OvOpenGamefile(path.c_str());
+    ASSERT_NE(file, 0u);
+    EXPECT_EQ(OvGetGamesCount(file), 2);
+
+    ASSERT_EQ(OvReadGame(game, file, 1), 1);
+    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 1);
+    PackedMove moves[8] = {};
+    ASSERT_EQ(OvGetMoves(game, moves, 8), 4);
+    EXPECT_EQ(std::vector<PackedMove>(moves, moves + 4),
+              std::vector<PackedMove>(std::begin(OpeningWords), std::end(OpeningWords)));
+    sPosition position{};
+    EXPECT_EQ(OvGetInitialPos(game, &position), 1);
+    EXPECT_EQ(IsStartPosition(&position), 1);
+
+    // Forward, back, and to either end.
+    EXPECT_EQ(OvPlayMoves(game, 2), 2);
+    ASSERT_EQ(OvGetCurrentPos(game, &position), 1);
+    EXPECT_EQ(position.board[28], OV_WHITE_PAWN) << "e4";
+    EXPECT_EQ(position.board[36], OV_BLACK_PAWN) << "e5";
+    EXPECT_EQ(position.sideToMove, 1);
+    EXPECT_EQ(OvGetNextMove(game), OpeningWords[2]);
+    EXPECT_EQ(OvPlayMoves(game, -1), 1);
+    EXPECT_EQ(OvGetNextMove(game), OpeningWords[1]);
+    EXPECT_GT(OvGotoMove(game, 100), 0);
+    EXPECT_EQ(IGGameGetCM(game), 5);
+    EXPECT_EQ(OvGetNextMove(game), 0);
+    EXPECT_EQ(OvPlayMoves(game, 1), 0) << "nothing beyond the end";
+    EXPECT_EQ(OvGotoMove(game, 0), 4);
+    ASSERT_EQ(OvGetCurrentPos(game, &position), 1);
+    EXPECT_EQ(IsStartPosition(&position), 1);
+
+    // The set-up game with its promotion; a refused number is not recorded.
+    ASSERT_EQ(OvReadGame(game, file, 2), 1);
+    EXPECT_EQ(OvGetInitialPos(game, &position), 2);
+    EXPECT_EQ(position.board[48], OV_WHITE_PAWN) << "a7";
+    EXPECT_EQ(OvGetMoves(game, moves, 8), 1);
+    EXPECT_EQ(moves[0], 0xF830);
+    EXPECT_EQ(OvReadGame(game, file, 3), 0);
+    EXPECT_NE(IGGameGetSourceLoadnumber(game), 3);
+    EXPECT_EQ(OvReadGameHeader(game, file, 0), 0);
+    EXPECT_EQ(OvReadGameHeader(game, file, 1), 1);
+    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 1);
+    EXPECT_EQ(OvCloseGamefile(file), 1);
+}
+
+TEST_F(GamefilesIntegration, BulkWritesDeleteUndeleteAndStatus)
+{
+    const OvGameFile file = OvCreateGamefile(PathOf("bulk.ovg").c_str());
+    ASSERT_NE(file, 0u);
+    EXPECT_EQ(OvFileStatus(file, 0), OV_FILE_OPEN);
+
+    BuildOpening();
+    EXPECT_EQ(OvStartBulkOperation(file, OV_BULK_WRITE), 1);
+    EXPECT_EQ(OvFileStatus(file, 0), OV_FILE_OPEN | OV_FILE_IN_BULK);
+    for (int32_t i = 1; i <= 5; ++i)
+        EXPECT_EQ(OvWriteGame(game, file, nullptr), i);
+    EXPECT_EQ(OvEndBulkOperation(file), 1);
+    EXPECT_EQ(OvFileStatus(file, 0), OV_FILE_OPEN);
+    EXPECT_EQ(OvGetGamesCount(file), 5);
+
+    EXPECT_EQ(OvDeleteGame(file, 3), 1);
+    ASSERT_EQ(OvReadGameHeader(game, file, 3), 1);
+    EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), 1);
+    EXPECT_EQ(OvFileStatus(file, 0), OV_FILE_OPEN) << "only the open and bulk bits pass";
+    EXPECT_EQ(OvUndeleteGame(file, 3), 1);
+    ASSERT_EQ(OvReadGameHeader(game, file, 3), 1);
+    EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), 0);
+    EXPECT_EQ(OvDeleteGame(file, 6), 0);
+    EXPECT_EQ(OvUndeleteGame(file, 0), 0);
+
+    EXPECT_EQ(OvCloseGamefile(file), 1);
+    EXPECT_EQ(OvFileStatus(file, 0), 0);
+    EXPECT_EQ(OvGetGamesCount(file), -1);
+    EXPECT_EQ(OvReadGame(game, file, 1), 0);
+}
+
+TEST_F(GamefilesIntegration, GamesOfTheDatabaseFileGoThroughTheKeyDatabase)
+{
+    const std::string path = PathOf("base.ovg");
+    ASSERT_EQ(OvOpenDatabase(path.c_str(), OV_KEYDB_CREATE), 1);
+    EXPECT_EQ(OvOpenDatabase(path.c_str(), OV_KEYDB_CREATE), 0) << "one at a time";
+    const OvGameFile file = OvOpenGamefile(path.c_str());
+    ASSERT_NE(file, 0u);
+    ASSERT_NE(IDIsDatabaseGamefile(file), 0);
+
+    BuildOpening();
+    EXPECT_EQ(OvWriteGame(game, file, nullptr), 1);
+    EXPECT_EQ(OvWriteGame(game, file, nullptr), 2);
+    EXPECT_EQ(OvGetGamesCount(file), 2);
+    EXPECT_EQ(OvDeleteGame(file, 1), 1);
+    EXPECT_EQ(OvFileStatus(file, 0), OV_FILE_OPEN);
+    EXPECT_EQ(OvCloseGamefile(file), 1);
+    EXPECT_EQ(OvCloseDatabase(0), 1);
+    EXPECT_EQ(OvCloseDatabase(0), 1);
+
+    // Creating a game file of that name removes the database's key files, so
+    // that the database can no longer be opened as an existing one.
+    EXPECT_EQ(OvOpenDatabase(path.c_str(), OV_KEYDB_OPEN_EXISTING), 1);
+    EXPECT_EQ(OvCloseDatabase(0), 1);
+    const OvGameFile fresh = OvCreateGamefile(path.c_str());
+    ASSERT_NE(fresh, 0u);
+    EXPECT_EQ(OvGetGamesCount(fresh), 0);
+    EXPECT_EQ(OvCloseGamefile(fresh), 1);
+    EXPECT_EQ(OvOpenDatabase(path.c_str(), OV_KEYDB_OPEN_EXISTING), 0);
+}
+
+}  // namespace
