@@ -36,6 +36,20 @@ void ResultTokenText(char* dest, int32_t number)
     std::memcpy(dest, text, std::strlen(text) + 1);
 }
 
+uint32_t PgnAlternativeEntry(const PackedMove* moves, uint32_t branch, uint32_t end)
+{
+    int32_t open = 0;
+    for (uint32_t entry = branch; entry < end; ++entry) {
+        if (moves[entry] & MoveBranch)
+            ++open;
+        if (moves[entry] & MoveLineEnd)
+            --open;
+        if (open == 0)
+            return entry + 1;
+    }
+    return end;
+}
+
 uint16_t* AllocateNagArray()
 {
     return new (std::nothrow) uint16_t[PgnAnnotationEntries];

@@ -53,6 +53,13 @@ void ClearPgnGame(PgnGame* game);
 // into `dest`, which holds at least PgnResultTextSize characters.
 void ResultTokenText(char* dest, int32_t number);
 
+// The first entry of the alternative to the move at entry `branch` of the flat
+// tree `moves`, which carries MoveBranch: the entry behind the walk from
+// `branch` that counts each MoveBranch up and each MoveLineEnd down until it
+// is back at 0. `end` (one behind the tree) when the walk runs off the tree,
+// which means the tree is corrupt.
+uint32_t PgnAlternativeEntry(const PackedMove* moves, uint32_t branch, uint32_t end);
+
 // The two heap arrays of a record. The game reader replaces them in the middle
 // of a read when a game has variations, so they are allocated and freed only
 // through these functions. Allocation returns null when memory is short; the

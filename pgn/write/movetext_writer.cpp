@@ -8,6 +8,7 @@
 #include "chess/move_generator.h"
 #include "chess/move_notation.h"
 #include "frame/diagnostics.h"
+#include "pgn/pgn_game.h"
 
 namespace {
 
@@ -62,24 +63,6 @@ void WriteNagsOf(PgnSink& sink, int32_t& column, int32_t width, const uint16_t* 
 {
     if (nags != nullptr && nags[entry] != 0)
         column = PgnWriteNags(sink, column, width, nags[entry]);
-}
-
-// The first entry of the alternative to the line at entry `branch`, which
-// carries MoveBranch: the entry behind the walk that counts each MoveBranch up
-// and each MoveLineEnd down until it is back at 0. `end` when the walk runs
-// out of the tree.
-uint32_t NextAlternative(const PackedMove* moves, uint32_t branch, uint32_t end)
-{
-    int32_t open = 0;
-    uint32_t entry = branch;
-    do {
-        if (moves[entry] & MoveBranch)
-            ++open;
-        if (moves[entry] & MoveLineEnd)
-            --open;
-        ++entry;
-    } while (open != 0 && entry < end);
-    return open == 0 ? entry : end;
 }
 
 }  // namespace
@@ -172,7 +155,7 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         // The alternatives to a line's first move belong to the line above.
         if (index > first || index == 0) {
             for (uint32_t alternative = index; moves[alternative] & MoveBranch;) {
-                alternative = NextAlternative(moves, alternative, end);
+                alternative = PgnAlternativeEntry(moves, alternative, end);
                 if (alternative >= end) {
                     InternalErrorBox(nullptr, "Move tree corrupt.");
                     return 0;
