@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <ostream>
 
 #include "chess/position.h"
 #include "tests/chess/fen_setter.h"
@@ -16,6 +17,8 @@ struct PerftCase {
     int depth;
     uint64_t nodes;
 };
+
+void PrintTo(const PerftCase& c, std::ostream* out) { *out << c.fen << " depth " << c.depth; }
 
 class PerftCount : public ::testing::TestWithParam<PerftCase> {};
 
