@@ -513,6 +513,102 @@ ORVAN_API int32_t OvGotoMove(OvGameBuffer game, int32_t ply);
 
 /* ---- PGN import and export ---- */
 
+/* Read flags of OvPgnImport and OvMemReadPgnGame; other bits have no effect. */
+#define OV_PGN_TAGS_ONLY 1     /* headers only: the games are stored without moves */
+#define OV_PGN_SWAP_COLOURS 2  /* start position and moves mirrored between the colours */
+
+/*
+ * Called by OvPgnImport after each stored game with the number of games
+ * stored so far and the `userData` of the call. Return 0 to stop the import,
+ * anything else to go on. Runs on the importing thread, inside the call.
+ */
+typedef int32_t (*PgnProgressCallback)(uint32_t gamesWritten, intptr_t userData);
+
+/*
+ * Called by OvExportGames for the number of the next game to export, with the
+ * `userData` of the call; 0 ends the export. Games may be named in any order,
+ * and more than once. Runs on the exporting thread, inside the call.
+ */
+typedef int32_t (*NextGameCallback)(intptr_t userData);
+
+/*
+ * Reads every game of the PGN file `path` and appends each to the open game
+ * file `gameFile`. `pieceLetters`: the letters of knight, bishop, rook, queen
+ * and king in the text (the first five characters; null for "NBRQK").
+ * `flags`: OV_PGN_* bits. The games are played through the library's own move
+ * logic and again through the game store's; a line is cut at an illegal move,
+ * and what was read up to there is stored. Text that cannot be placed is
+ * skipped and reported to the debug trace. Each stored game is counted and
+ * the count given to `progress` (which may be null: the import then runs to
+ * the end of the file); the import ends when it returns 0, or when a game
+ * cannot be stored. Games stored before a stop stay in the file.
+ *
+ * Returns 0 when the read ran (to its end or until it was stopped), 1 when
+ * `path` is null or cannot be opened, 2 when memory or a game buffer could
+ * not be had (nothing is stored then). The count given to `progress` last is
+ * the number of games stored. One import runs on one thread; imports on
+ * different threads do not meet, and each store takes the library's lock.
+ */
+ORVAN_API int32_t OvPgnImport(const char* path, OvGameFile gameFile, uint32_t flags,
+                              const char* pieceLetters, PgnProgressCallback progress,
+                              intptr_t userData);
+
+/*
+ * Reads the first game of the PGN text in the movable memory block `text` (see
+ * GlobalAlloc) into the game buffer `game`, which is erased first; a game
+ * that the reader skips (no moves, a bad FEN) gives way to the next one. The
+ * text ends at its first NUL or at the end of the block, whose last byte is
+ * then not read. `flags` and `pieceLetters` as for OvPgnImport. Without a game
+ * in the text the buffer holds an empty game from the standard start.
+ *
+ * Returns 0 when the text was read, 1 when `text` is null or no valid block
+ * or `game` is 0 (the buffer is then untouched), 2 when memory is short.
+ * The block stays the caller's and is not changed.
+ */
+ORVAN_API int32_t OvMemReadPgnGame(OvGameBuffer game, HGLOBAL text, uint32_t flags,
+                                   const char* pieceLetters);
+
+/*
+ * Fills the host's record `pgn` from the game in `game`, which must stand on
+ * its initial position (as after OvReadGame). `pgn` must have all pointers
+ * set: `position`, `moves` (PGN_MAX_MOVES entries), `nags` and
+ * `commentIndex` (PGN_MAX_MOVES + 1 entries), `commentText`
+ * (PGN_COMMENT_STORE bytes). The tags come in Windows-1252, comments as the
+ * store holds them; SetUp and FEN stay empty (`position` holds the start). A
+ * line with a move that the library's move logic finds illegal is cut before
+ * it, with a debug trace message.
+ *
+ * Returns 0 on success, 1 when memory for the walk could not be had or `pgn`
+ * or one of its pointers is null, 2 when the game exceeds the record's limits
+ * (10000 entries in all lines, 750 alternatives pending at one time) or `game`
+ * is not open; the record is then unusable. Takes no lock.
+ */
+ORVAN_API int32_t OvConvertGameToPgn(OvGameBuffer game, PgnGame* pgn);
+
+/*
+ * Writes games of the open game file `gamefile` as PGN to the file `path`,
+ * which is created or emptied: the game numbers come from `nextGame(userData)`
+ * until it returns 0, and each game stands in the file in that order, ending
+ * with an empty line. A game that exceeds the record's limits is left out.
+ * `flags` has no effect. Returns the number of games written; 0 too when the
+ * export could not start (null `path` or `nextGame`, file not creatable, no
+ * memory or game buffer), in which case `nextGame` is not called. Write
+ * errors on the file are not detected. Takes no lock; the games are loaded
+ * without the library's lock, so no other thread may write `gamefile` meanwhile.
+ */
+ORVAN_API int32_t OvExportGames(const char* path, OvGameFile gamefile, NextGameCallback nextGame,
+                                uint32_t flags, intptr_t userData);
+
+/*
+ * Makes the PGN text of the game in `game` (standing on its initial position)
+ * in a new movable memory block: the text with LF line ends, then a NUL; the
+ * block is a multiple of 16384 bytes. `flags` has no effect. The block
+ * belongs to the caller, who frees it with GlobalFree; it can be passed to
+ * OvMemReadPgnGame unchanged. Returns null when memory is short or the game
+ * exceeds the record's limits. Takes no lock.
+ */
+ORVAN_API HGLOBAL OvCreatePgnGame(OvGameBuffer game, uint32_t flags);
+
 /* ---- header fields ---- */
 
 /*

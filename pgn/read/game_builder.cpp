@@ -131,11 +131,15 @@ int32_t BuildPgnGame(const PgnGame& pgn, OvGameBuffer game)
             if ((current & MoveBranch) && !branches.Push({played, i}))
                 DebugTrace("too many variations pending, side lines of move %u skipped.", i);
             if (LegalMove(game, &xy) == 0) {
-                DebugTrace("move %u rejected by OV-driver, game truncated.", i);
+                DebugTrace("move %d rejected by OV-driver, game truncated.", static_cast<int>(i));
                 break;
             }
             SetPromotionPiece(xy, current);
-            AcceptMove(game, &xy);
+            if (AcceptMove(game, &xy) == 0) {
+                // A full tree: the line ends as for a refused move.
+                DebugTrace("move %d rejected by OV-driver, game truncated.", static_cast<int>(i));
+                break;
+            }
             PutAnnotations(pgn, i + 1, game);
             ++played;
             ++i;

@@ -1,0 +1,129 @@
+// GameToPgnGame: the store's move tree walked into the flat tree of a PgnGame.
+#include "pgn/write/game_to_pgn.h"
+
+#include "chess/move_generator.h"
+#include "chess/position.h"
+#include "frame/diagnostics.h"
+#include "pgn/pgn_game.h"
+#include "siblings/game_driver.h"
+
+namespace {
+
+constexpr uint16_t MarkerBits = MoveLineEnd | MoveBranch;
+
+// Storage of the comment block and the short comment of one move, reused for
+// every move of a game.
+struct CommentBlocks {
+    alignas(uint16_t) char lines[OvgLongCommentBlockSize];
+    char glyphs[OvgTextSize];
+};
+
+void StoreComments(PgnGame* pgn, uint32_t node, uint32_t index, CommentBlocks& blocks)
+{
+    if (GetLComment(node, blocks.lines) != 0)
+        StoreLongComment(pgn, index, blocks.lines, sizeof blocks.lines);
+    if (IGMoveGetSComment(node, blocks.glyphs) != 0)
+        StoreShortComment(pgn, index, blocks.glyphs);
+}
+
+class LineStack {
+public:
+    explicit LineStack(PendingLine* entries) : entries_(entries) {}
+    bool Empty() const { return size_ == 0; }
+    // False when the stack is full after the push.
+    bool Push(uint32_t node, const sPosition& position, uint32_t markedEntry)
+    {
+        entries_[size_++] = PendingLine{node, position, markedEntry};
+        return size_ < PendingLineCount;
+    }
+    PendingLine Pop() { return entries_[--size_]; }
+
+private:
+    PendingLine* entries_;
+    int32_t size_ = 0;
+};
+
+}  // namespace
+
+int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
+{
+    ClearPgnGame(pgn);
+    HeaderToTags(pgn, game);
+    const BoardRecord* board = IGGameGetBoard(game);
+    if (board == nullptr)
+        return 0;
+    if (IGGameGetStatus(game, OvgStatusSetUp) != 0)
+        PositionFromBoard(pgn->position, board, 1);
+    pgn->firstMoveNumber = board->ply > 1 ? static_cast<uint32_t>(board->ply - 1) / 2 : 0;
+
+    const uint32_t root = IGGameGetFirstMove(game);
+    if (root == 0)
+        return 1;
+    CommentBlocks blocks;
+    if (GetLComment(root, blocks.lines) != 0)
+        StoreLongComment(pgn, 0, blocks.lines, sizeof blocks.lines);
+
+    LineStack pending(stack);
+    sPosition current = *pgn->position;
+    uint32_t index = 0;
+    uint32_t node = IGMoveGetNEXT(root);
+    uint32_t markedEntry = 0;  // the entry whose MoveBranch leads to this line
+    bool mainLine = true;
+    for (;;) {
+        const uint32_t lineStart = index;
+        while (node != 0) {
+            MoveXY xy{};
+            IGMoveGetXY(node, &xy);
+            const uint32_t move = PackMove(xy.fromFile, xy.fromRank, xy.toFile, xy.toRank, xy.promotion);
+            pgn->moves[index] = static_cast<PackedMove>(move);
+            const uint32_t alternative = IGMoveGetALT(node);
+            if (alternative != 0) {
+                pgn->moves[index] |= MoveBranch;
+                if (!pending.Push(alternative, current, index))
+                    return 0;
+            }
+            if (MoveIsLegal(&current, move) == 0) {
+                DebugTrace("%d%c illegal, game truncated.", static_cast<int>(index / 2 + 1),
+                           index % 2 == 0 ? 'w' : 'b');
+                if (alternative != 0) {
+                    // The first alternative takes the place of the illegal
+                    // move; its own alternatives stay alternatives to it.
+                    pending.Pop();
+                    node = alternative;
+                    continue;
+                }
+                if (index > lineStart)
+                    pgn->moves[index - 1] |= MoveLineEnd;
+                else if (!mainLine)
+                    pgn->moves[markedEntry] &= static_cast<PackedMove>(~MoveBranch);
+                break;
+            }
+            StoreComments(pgn, node, index + 1, blocks);
+            ApplyMove(&current, move);
+            const uint32_t next = IGMoveGetNEXT(node);
+            if (next == 0)
+                pgn->moves[index] |= MoveLineEnd;
+            if (++index >= PGN_MAX_MOVES)
+                return 0;
+            node = next;
+        }
+        if (pgn->moveCount == 0)
+            pgn->moveCount = index;
+        if (pending.Empty())
+            break;
+        const PendingLine line = pending.Pop();
+        node = line.node;
+        current = line.position;
+        markedEntry = line.markedEntry;
+        mainLine = false;
+    }
+    if (index > pgn->moveCount)
+        pgn->treeCount = index;
+    return 1;
+}
+
+int32_t MoverIsBlack(const sPosition& start, uint32_t moveIndex)
+{
+    const uint32_t blackStarts = (start.sideToMove & 1) == 0 ? 1 : 0;
+    return static_cast<int32_t>(blackStarts ^ (moveIndex & 1));
+}
