@@ -10,10 +10,12 @@
 
 namespace {
 
+// The move of a tree node as a PackedMove; 0 for a node that holds none.
 PackedMove PackedMoveOf(uint32_t move)
 {
     MoveXY xy{};
-    IGMoveGetXY(move, &xy);
+    if (IGMoveGetXY(move, &xy) == 0)
+        return 0;
     return static_cast<PackedMove>(
         PackMove(xy.fromFile, xy.fromRank, xy.toFile, xy.toRank, xy.promotion));
 }

@@ -48,8 +48,7 @@ int32_t OvDeleteGame(OvGameFile file, int32_t number)
 {
     if (OvgDeleteGame(file, number) != 0)
         return 0;
-    // The key database counts the deleted games of its own game file; an
-    // undelete counts them down again.
+    // The key database counts the deleted games of its own game file.
     if (IDIsDatabaseGamefile(file) != 0)
         DbsAdjustDeletedGames(1);
     return 1;
@@ -59,6 +58,8 @@ int32_t OvUndeleteGame(OvGameFile file, int32_t number)
 {
     if (OvgUndeleteGame(file, number) != 0)
         return 0;
+    // The count follows the undelete, so that it stays the number of games
+    // marked deleted.
     if (IDIsDatabaseGamefile(file) != 0)
         DbsAdjustDeletedGames(-1);
     return 1;
