@@ -33,9 +33,11 @@ int32_t DeepestKey(KeyDatabase& database, uint32_t game)
 int32_t OvkSaveToDatabase(uint32_t game, uint32_t file, int32_t reserved1, int32_t reserved2,
                           int32_t mode)
 {
-    if (game == 0 || IDIsDatabaseGamefile(file) == 0)
+    if (game == 0)
         return 0;
     return WithOpenDatabase(0, [&](KeyDatabase& database) {
+        if (IDIsDatabaseGamefile(file) == 0)
+            return 0;
         const int32_t key = DeepestKey(database, game);
         int32_t number = 0;
         if (OvgWriteGame(game, file, 0, &number) == 0 || number <= 0)

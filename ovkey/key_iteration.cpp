@@ -44,8 +44,9 @@ int32_t ByCode(Statement& query, const KeyRecord& record)
 
 // Depth first: the first child, else the next sibling of the key or of the
 // nearest key above it that has one.
-int32_t TreeNext(KeyDatabase& database, KeyRecord record)
+int32_t TreeNext(KeyDatabase& database, const KeyRecord& from)
 {
+    KeyRecord record = from;
     if (const int32_t child = FirstChild(database, record.key))
         return child;
     for (int climb = 0; climb < kMaxClimb; ++climb) {
@@ -72,12 +73,30 @@ int32_t TreePrevious(KeyDatabase& database, const KeyRecord& record)
     return key;
 }
 
-template <typename Step>
-int32_t StepFrom(int32_t key, Step step)
+// One direction of stepping: the sibling and code order queries and the
+// depth first step.
+struct Direction {
+    Statement KeyDatabase::*sibling;
+    Statement KeyDatabase::*byCode;
+    int32_t (*treeStep)(KeyDatabase&, const KeyRecord&);
+};
+
+int32_t StepFrom(int32_t key, int32_t order, const Direction& direction)
 {
     return WithOpenDatabase(0, [&](KeyDatabase& database) {
         KeyRecord record;
-        return ReadKey(database, key, record) ? step(database, record) : 0;
+        if (!ReadKey(database, key, record))
+            return 0;
+        switch (order) {
+        case OV_KEYORDER_TREE:
+            return direction.treeStep(database, record);
+        case OV_KEYORDER_SIBLING:
+            return Sibling(database.*direction.sibling, record);
+        case OV_KEYORDER_CODE:
+            return ByCode(database.*direction.byCode, record);
+        default:
+            return 0;
+        }
     });
 }
 
@@ -100,32 +119,11 @@ int32_t OvkGetFirstKey(int32_t parent, int32_t order)
 
 int32_t OvkGetNextKey(int32_t key, int32_t order)
 {
-    return StepFrom(key, [&](KeyDatabase& database, const KeyRecord& record) {
-        switch (order) {
-        case OV_KEYORDER_TREE:
-            return TreeNext(database, record);
-        case OV_KEYORDER_SIBLING:
-            return Sibling(database.nextSibling, record);
-        case OV_KEYORDER_CODE:
-            return ByCode(database.nextByCode, record);
-        default:
-            return 0;
-        }
-    });
+    return StepFrom(key, order, {&KeyDatabase::nextSibling, &KeyDatabase::nextByCode, TreeNext});
 }
 
 int32_t OvkGetPreviousKey(int32_t key, int32_t order)
 {
-    return StepFrom(key, [&](KeyDatabase& database, const KeyRecord& record) {
-        switch (order) {
-        case OV_KEYORDER_TREE:
-            return TreePrevious(database, record);
-        case OV_KEYORDER_SIBLING:
-            return Sibling(database.previousSibling, record);
-        case OV_KEYORDER_CODE:
-            return ByCode(database.previousByCode, record);
-        default:
-            return 0;
-        }
-    });
+    return StepFrom(key, order,
+                    {&KeyDatabase::previousSibling, &KeyDatabase::previousByCode, TreePrevious});
 }
