@@ -696,6 +696,186 @@ ORVAN_API int32_t OvPutHeaderInfo(OvGameBuffer game, int32_t field, const char* 
 
 /* ---- query and search ---- */
 
+/*
+ * The query: one record describes every search of a game file.
+ *
+ * `kind` says what is searched (Query* below). For QueryHeader, `conditions`
+ * holds up to 3 groups of up to 5 conditions: a game is a hit when it
+ * satisfies every condition of at least one group. conditions[row][group]:
+ * the second index is the group, so the groups interleave in memory.
+ * `includeDeleted` 0 leaves games marked deleted out of header and position
+ * searches; any other value ignores the mark. `key` is read by QueryKeyGames
+ * and QueryKeyMoves, `position` by QueryPosition and QueryKeyMoves.
+ */
+enum {
+    QueryHeader = 1,   /* header search over `conditions` */
+    QueryKeyGames = 2, /* the games filed under `key` */
+    QueryPosition = 4, /* games that reach `position`; an empty board: header search, no conditions */
+    QueryKeyMoves = 16 /* games under `key` that reach `position`, each wound to it */
+};
+
+/* Field codes of a condition (not the Hdr* codes). Form in brackets: how the
+ * value text is read. Every other non-zero code matches no game. */
+enum {
+    QfPlayer = 1,        /* [text] either player */
+    QfCountry = 2,       /* [text] either player's country */
+    QfElo = 3,           /* [number] either player's Elo */
+    QfTitle = 4,         /* [text] either player's title */
+    QfKeycode = 5,       /* [text] opening key code */
+    QfResult = 6,        /* [result] "1-0", "0-1", "1/2", anything else: no result */
+    QfMoves = 7,         /* [number] full moves of the main line */
+    QfPlace = 8,         /* [text] event */
+    QfSite = 9,          /* [text] */
+    QfRound = 10,        /* [number] */
+    QfDate = 11,         /* [date] free form: "1997", "5.1997", "12 May 1997", ... */
+    QfLoadnumber = 12,   /* [number] the game's number in the searched file */
+    QfAnnotator = 13,    /* [text] */
+    QfRemark = 14,       /* [text] */
+    QfWhite = 15,        /* [text] */
+    QfBlack = 16,        /* [text] */
+    QfWhiteCountry = 17, /* [text] */
+    QfBlackCountry = 18, /* [text] */
+    QfWhiteElo = 19,     /* [number] */
+    QfBlackElo = 20,     /* [number] */
+    QfWhiteTitle = 21,   /* [text] */
+    QfBlackTitle = 22    /* [text] */
+};
+
+/*
+ * Operator codes of a condition. For text fields: as named, Latin letters
+ * without regard to case. For number and date fields, with the game's value
+ * on the left: 1 =, 2 !=, 3 <, 4 >=, 5 <=, 6 >; a date query without day
+ * (or month) ignores the game's day (or month). For QfResult: 1, 3, 5 "is",
+ * 2, 4, 6 "is not". For fields of either player, odd text codes ask that one
+ * player fits and even ones that neither does, while number codes hold when
+ * one player's number fits. Any other code drops the condition.
+ */
+enum {
+    QopEquals = 1,
+    QopNotEquals = 2,
+    QopBeginsWith = 3,    /* numbers: game below query */
+    QopNotBeginsWith = 4, /* numbers: game not below query */
+    QopContains = 5,      /* numbers: game not above query */
+    QopNotContains = 6    /* numbers: game above query */
+};
+
+#define OV_QUERY_VALUE_SIZE 64
+#define OV_QUERY_ROWS 5
+#define OV_QUERY_GROUPS 3
+
+/*
+ * One condition. `field` 0 leaves the slot unused. `value` is a terminated
+ * Windows-1252 text of at most 63 characters, also for numbers, dates and
+ * results. A condition is dropped (as if unused) when `op` is out of 1 to 6,
+ * or when its text is empty and `op` is 3 to 6, or when a number or date
+ * reads as 0 and `op` is 3.
+ */
+typedef struct sQueryCondition {
+    int32_t field;
+    int32_t op;
+    char value[OV_QUERY_VALUE_SIZE];
+} sQueryCondition;
+ORVAN_STATIC_ASSERT(sizeof(sQueryCondition) == 72, "sQueryCondition is 72 bytes");
+
+typedef struct sQuery {
+    uint32_t kind;
+    int32_t includeDeleted;
+    int32_t key;
+    sPosition position;
+    sQueryCondition conditions[OV_QUERY_ROWS][OV_QUERY_GROUPS];
+} sQuery;
+ORVAN_STATIC_ASSERT(offsetof(sQuery, key) == 8, "sQuery layout");
+ORVAN_STATIC_ASSERT(offsetof(sQuery, position) == 12, "sQuery layout");
+ORVAN_STATIC_ASSERT(offsetof(sQuery, conditions) == 84, "sQuery layout");
+ORVAN_STATIC_ASSERT(sizeof(sQuery) == 84 + 15 * 72, "sQuery is 1164 bytes");
+
+/*
+ * OvIsEmptyQuery(query): 1 when `query` selects nothing to search for, else
+ * 0. Kinds 2 and 16 are never empty; kind 4 is empty when its board is all
+ * zero and `includeDeleted` is not 0; kind 1 is empty when `includeDeleted`
+ * is not 0 and no used condition has a non-empty text or op 1 or 2; every
+ * other kind is empty. Looks at the raw record only, so a condition that the
+ * search would drop can still make a query count as not empty. A null
+ * `query` is empty. Writes nothing, takes no lock.
+ */
+ORVAN_API int32_t OvIsEmptyQuery(const sQuery* query);
+
+/*
+ * The host's search callback, for every search below. Calls of one search,
+ * in order: the start call (0, 0, total, user); a hit call (game, number,
+ * total, user) for each hit, where `game` is a game buffer holding the game,
+ * valid during the call only (1 in key game searches, where no game is
+ * read); progress calls (0, number of the game just tested, total, user) in
+ * header and position searches, at most once a second and only while no hit
+ * comes; and the end call (0, total, total, user), also after a stop. A
+ * result of 0 from a hit or progress call stops the search; the results of
+ * the start and end calls are not looked at. `total` is the file's game
+ * count at the start, deleted games included. `user` is the search's `user`.
+ */
+typedef int32_t (*SearchCallback)(uint32_t game, int32_t number, int32_t total, intptr_t user);
+
+/*
+ * OvSearchGameHdrs(file, query, callback, user): runs the search `query`
+ * describes on `file` and reports through `callback`. Kind 2 runs
+ * OvSearchKeyGames, kind 4 with a non-empty board OvSearchPosGames, kind 16
+ * OvSearchKeyMoves; every other kind a header search: each game's header is
+ * tested against the conditions, in file order, and a hit's game buffer
+ * holds the header with the game's number as its source number. A header
+ * search whose conditions are all dropped hits every game not deleted when
+ * `includeDeleted` is 0, and no game otherwise.
+ *
+ * Returns 0 in every case. A null `query` or `callback` makes no call. When
+ * no game buffer or working memory is left (after a message box for the
+ * game buffer), the header search makes the end call alone, (0, 0, 0, user);
+ * a file that is not open is searched as empty.
+ *
+ * Threads: the header and position searches hold the library's lock only
+ * while they read a batch of games, never during a callback, so other
+ * threads may read and write games meanwhile. The key searches hold it for
+ * the whole walk over the key's games, callbacks included; a callback may
+ * call the library on the same thread. Searches on different threads do not
+ * disturb each other.
+ */
+ORVAN_API int32_t OvSearchGameHdrs(OvGameFile file, const sQuery* query, SearchCallback callback,
+                                   intptr_t user);
+
+#ifdef __cplusplus
+} /* extern "C" */
+
+/*
+ * The three searches behind OvSearchGameHdrs, with C++ linkage; a C host
+ * reaches them through OvSearchGameHdrs with kinds 2, 4 and 16. Each returns
+ * 0, reports through `callback` as above, and makes no call for a null
+ * `callback` or `position`.
+ *
+ * OvSearchPosGames(file, position, includeDeleted, callback, user): every
+ * game of `file` in which `position` occurs, in any line. The position's
+ * castling and en passant fields count only as far as they can be so: an en
+ * passant square where no capture is possible is ignored. `position` is not
+ * changed. The hit's game buffer holds the whole game.
+ *
+ * OvSearchKeyGames(file, key, callback, user): every game the open key
+ * database files under `key`, in its order; `game` of a hit call is 1 and no
+ * game is read. No progress calls.
+ *
+ * OvSearchKeyMoves(file, key, position, callback, user): every game under
+ * `key` whose main line reaches `position` exactly as given (en passant
+ * square included); the hit's game buffer holds the whole game, standing on
+ * the first position of the main line that equals `position`. No progress
+ * calls.
+ *
+ * When no game buffer or working memory is left, the position searches make
+ * the start and the end call only.
+ */
+ORVAN_API int32_t OvSearchPosGames(OvGameFile file, const sPosition* position, int32_t includeDeleted,
+                                   SearchCallback callback, intptr_t user);
+ORVAN_API int32_t OvSearchKeyGames(OvGameFile file, int32_t key, SearchCallback callback, intptr_t user);
+ORVAN_API int32_t OvSearchKeyMoves(OvGameFile file, int32_t key, const sPosition* position,
+                                   SearchCallback callback, intptr_t user);
+
+extern "C" {
+#endif
+
 /* ---- keys and classification ---- */
 
 /*
