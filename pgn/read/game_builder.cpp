@@ -4,6 +4,7 @@
 
 #include "chess/position.h"
 #include "frame/diagnostics.h"
+#include "pgn/pgn_game.h"
 #include "siblings/game_driver.h"
 
 namespace {
@@ -30,23 +31,6 @@ private:
     PendingBranch entries_[BuilderBranchStackSize];
     int size_ = 0;
 };
-
-// The first entry of the alternative to the move at `branch`: the entry
-// behind the walk that counts each MoveBranch up and each MoveLineEnd down
-// until it is back at 0. `end` when the walk runs off the tree.
-uint32_t AlternativeEntry(const PackedMove* moves, uint32_t branch, uint32_t end)
-{
-    int32_t open = 0;
-    for (uint32_t entry = branch; entry < end; ++entry) {
-        if (moves[entry] & MoveBranch)
-            ++open;
-        if (moves[entry] & MoveLineEnd)
-            --open;
-        if (open == 0)
-            return entry + 1;
-    }
-    return end;
-}
 
 // The store marks a promotion with the queen; the piece of the move replaces it.
 void SetPromotionPiece(MoveXY& xy, uint32_t move)
@@ -116,7 +100,7 @@ int32_t BuildPgnGame(const PgnGame& pgn, OvGameBuffer game)
             const PendingBranch branch = branches.Pop();
             PlayMoves(game, branch.played - played);
             played = branch.played;
-            i = AlternativeEntry(pgn.moves, branch.index, total);
+            i = PgnAlternativeEntry(pgn.moves, branch.index, total);
             if (i >= total) {
                 InternalErrorBox(nullptr, "Move tree corrupt.");
                 return 1;
