@@ -7,12 +7,16 @@
 #define ORVAN_CHESS_DESTINATION_WALK_H
 
 #include <cstdint>
+#include <cstring>
 
 #include "chess/attacks.h"
 #include "chess/board_geometry.h"
 #include "chess/move_generator.h"
 #include "chess/piece_codes.h"
 #include "orvan.h"
+
+// The walk is the generator's inner loop: its small helpers go inline.
+#define ORVAN_ALWAYS_INLINE __attribute__((always_inline))
 
 // What the king tests of one position share: the mover's first king (63 when
 // none) and whether it stands attacked, looked up on first need.
@@ -53,7 +57,7 @@ struct OrdinaryMoveCheck {
     bool tryEachMove = false;
     uint64_t allowed = 0;  // the squares the man may go to, when not tried
 
-    bool Safe(int to)
+    ORVAN_ALWAYS_INLINE bool Safe(int to)
     {
         if (!prepared)
             Prepare();
@@ -135,7 +139,7 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
     const auto isEnemy = [white](uint8_t code) { return white ? IsBlackMan(code) : IsWhiteMan(code); };
     const auto isFree = [&](uint8_t code) { return code == 0 || isEnemy(code); };
     OrdinaryMoveCheck ordinaryCheck{watch, from};
-    const auto offerOrdinary = [&](int to) { return sink.Wants(to) && ordinaryCheck.Safe(to) && sink.Take(to); };
+    const auto offerOrdinary = [&](int to) ORVAN_ALWAYS_INLINE { return sink.Wants(to) && ordinaryCheck.Safe(to) && sink.Take(to); };
     const auto offerKingMove = [&](int to) {
         return sink.Wants(to) && MoveKeepsKingSafe(watch.position, from, to) && sink.Take(to);
     };
@@ -150,7 +154,7 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
         // Captures towards the lower file first for white, the higher for black.
         const int captureSteps[2] = {white ? 7 : -7, white ? 9 : -9};
         const bool captureAllowed[2] = {white ? file != 0 : file != 7, white ? file != 7 : file != 0};
-        const auto offerCaptures = [&](int side) {
+        const auto offerCaptures = [&](int side) ORVAN_ALWAYS_INLINE {
             if (!captureAllowed[side])
                 return false;
             const int to = from + captureSteps[side];
@@ -202,9 +206,24 @@ bool VisitDestinations(KingWatch& watch, int from, Sink& sink)
         return false;
     }
     default: {  // KingKind
+        // When no other king of its colour stands on the board, the moving
+        // king is the one tested after a step: only its own square empties,
+        // and what stood on the target plays no part in attacks on it.
+        const bool onlyKing = std::memchr(board, piece, from) == nullptr &&
+                              std::memchr(board + from + 1, piece, 63 - from) == nullptr;
+        const auto offerKingStep = [&](int to) ORVAN_ALWAYS_INLINE {
+            if (!onlyKing)
+                return offerKingMove(to);
+            if (!sink.Wants(to))
+                return false;
+            board[from] = 0;
+            const bool attacked = AttackedByOpponent(watch, to);
+            board[from] = piece;
+            return !attacked && sink.Take(to);
+        };
         const TargetList& targets = KingTargets[from];
         for (int i = 0; i < targets.count; ++i)
-            if (isFree(board[targets.squares[i]]) && offerKingMove(targets.squares[i]))
+            if (isFree(board[targets.squares[i]]) && offerKingStep(targets.squares[i]))
                 return true;
         // Castling, short side first: the king on its square, the squares
         // between empty, the rook in its corner, the king's square and the

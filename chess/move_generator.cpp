@@ -103,21 +103,44 @@ int MoveKeepsKingSafe(sPosition* position, int from, int to)
     return !attacked;
 }
 
-int GenerateDestinations(sPosition* position, int from, int32_t* destinations)
+namespace {
+
+// The walks proper, kept out of line so that the common call for a square
+// without a man of the side to move stays cheap.
+[[gnu::noinline]] int ListDestinations(sPosition* position, int from, int32_t* destinations)
 {
-    if (position == nullptr || destinations == nullptr || from < 0 || from > 63)
-        return 0;
     KingWatch watch = WatchSideToMove(position);
     DestinationListSink sink{destinations};
     VisitDestinations(watch, from, sink);
     return sink.count;
 }
 
+[[gnu::noinline]] bool HasDestination(sPosition* position, int from, int to)
+{
+    KingWatch watch = WatchSideToMove(position);
+    OneDestinationSink sink{to};
+    return VisitDestinations(watch, from, sink);
+}
+
+bool HoldsManOfSideToMove(const sPosition& position, int from)
+{
+    const uint8_t piece = position.board[from];
+    return WhiteToMove(position) ? IsWhiteMan(piece) : IsBlackMan(piece);
+}
+
+}  // namespace
+
+int GenerateDestinations(sPosition* position, int from, int32_t* destinations)
+{
+    if (position == nullptr || destinations == nullptr || from < 0 || from > 63 ||
+        !HoldsManOfSideToMove(*position, from))
+        return 0;
+    return ListDestinations(position, from, destinations);
+}
+
 int MoveIsLegal(sPosition* position, uint32_t move)
 {
-    if (position == nullptr)
+    if (position == nullptr || !HoldsManOfSideToMove(*position, MoveFrom(move)))
         return 0;
-    KingWatch watch = WatchSideToMove(position);
-    OneDestinationSink sink{MoveTo(move)};
-    return VisitDestinations(watch, MoveFrom(move), sink) ? 1 : 0;
+    return HasDestination(position, MoveFrom(move), MoveTo(move)) ? 1 : 0;
 }

@@ -202,21 +202,6 @@ TEST(MoveIsLegal, AgreesWithTheDestinationListsInPlayedGames)
     EXPECT_GT(positions, 2000);
 }
 
-TEST(MoveKeepsKingSafe, TakesTheMoveBack)
-{
-    sPosition position = PositionFromFen("r3k2r/8/8/3pP3/8/8/8/R3K2R w KQkq d6");
-    const sPosition before = position;
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 4, 6), 1);   // castling moves the rook and back
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 36, 43), 1);  // en passant takes d5 and puts it back
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 4, 12), 1);
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 0, 56), 1);
-    EXPECT_TRUE(SameRecord(position, before));
-    position = PositionFromFen("4k3/8/8/8/8/8/8/4K2r w - -");
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 4, 5), 0);
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 4, 3), 0);  // the king no longer shields d1
-    EXPECT_EQ(MoveKeepsKingSafe(&position, 4, 12), 1);
-}
-
 TEST(ApplyMove, PlaysTheWordAsItStands)
 {
     struct Case {

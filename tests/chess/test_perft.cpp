@@ -7,7 +7,6 @@
 #include <cstring>
 #include <ostream>
 
-#include "chess/position.h"
 #include "tests/chess/fen_setter.h"
 
 namespace {
@@ -36,11 +35,5 @@ INSTANTIATE_TEST_SUITE_P(
                       PerftCase{"r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq -", 4, 4085603},
                       PerftCase{"8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - -", 5, 674624},
                       PerftCase{"r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq -", 4, 422333}));
-
-TEST(PerftStart, FenSetterGivesTheStandardStartPosition)
-{
-    const sPosition position = PositionFromFen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -");
-    EXPECT_EQ(IsStartPosition(&position), 1);
-}
 
 }  // namespace
