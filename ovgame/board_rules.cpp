@@ -47,13 +47,18 @@ constexpr uint8_t HomeKingSquare[2] = {4, 60};
 void PutPiece(Position& pos, int square, uint8_t code)
 {
     const uint8_t old = pos.squares[square];
-    if (IsPiece(old))
+    if (IsPiece(old)) {
         pos.occupied[ColorOf(old)] &= ~(uint64_t{1} << square);
+        if (KindOf(old) != King)
+            --pos.counts[ColorOf(old) * 5 + KindOf(old)];
+    }
     pos.squares[square] = code;
     if (IsPiece(code)) {
         pos.occupied[ColorOf(code)] |= uint64_t{1} << square;
         if (KindOf(code) == King)
             pos.kingSquare[ColorOf(code)] = uint8_t(square);
+        else
+            ++pos.counts[ColorOf(code) * 5 + KindOf(code)];
     }
 }
 
@@ -131,6 +136,7 @@ void Normalise(Position& pos)
 {
     pos.occupied[0] = pos.occupied[1] = 0;
     pos.kingSquare[0] = pos.kingSquare[1] = NoSquare;
+    std::memset(pos.counts, 0, sizeof pos.counts);
     for (int sq = 0; sq < 64; ++sq) {
         const uint8_t code = pos.squares[sq];
         pos.squares[sq] = DrvEmpty;
@@ -141,6 +147,12 @@ void Normalise(Position& pos)
     pos.castling &= CastlingAllowed(pos);
     if (pos.epFile > 8)
         pos.epFile = 0;
+}
+
+const Position& StandardStart()
+{
+    static const Position start = StartPosition();
+    return start;
 }
 
 Position StartPosition()

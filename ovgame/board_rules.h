@@ -25,24 +25,38 @@ constexpr Kind KindOf(uint8_t code) { return IsPiece(code) ? Kind(code & 7) : No
 constexpr uint8_t PieceCode(Color color, Kind kind) { return uint8_t((color == White ? 8 : 16) + kind); }
 constexpr uint8_t NoSquare = 64;
 
+// Men counted per colour and kind, kings apart: index 5 * colour + kind.
+constexpr int CountedKinds = 10;
+
 // A position: squares with driver codes, side to move, castling flags
 // (DrvCastle*), en passant file 1 to 8 (0 none), ply of the next move, and
-// the occupancy and king squares kept in step with the squares.
+// the occupancy, king squares and men counts kept in step with the squares.
 struct Position {
     uint8_t squares[64];
     uint8_t side;
     uint8_t castling;
     uint8_t epFile;
     uint8_t kingSquare[2];
+    uint8_t counts[CountedKinds];
     int32_t ply;
     uint64_t occupied[2];
 };
 
+// The number of set bits.
+constexpr int CountBits(uint64_t bits)
+{
+    bits = bits - ((bits >> 1) & 0x5555555555555555ull);
+    bits = (bits & 0x3333333333333333ull) + ((bits >> 2) & 0x3333333333333333ull);
+    bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0Full;
+    return int((bits * 0x0101010101010101ull) >> 56);
+}
+
 // Rebuilds occupancy and king squares from `squares`; codes that are no piece
 // become empty.
 void Normalise(Position& pos);
-// The standard start position.
+// The standard start position: a new copy, and the one kept for reading.
 Position StartPosition();
+const Position& StandardStart();
 Position PositionFromRecord(const BoardRecord& board);
 void RecordFromPosition(const Position& pos, BoardRecord& board);
 // Castling flags that kings and rooks on their home squares allow.

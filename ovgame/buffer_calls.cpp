@@ -72,7 +72,7 @@ int32_t NewGameRewind(uint32_t game)
 const BoardRecord* IGGameGetBoard(uint32_t game)
 {
     GameBuffer* g = Find(game);
-    return g == nullptr ? nullptr : &g->board;
+    return g == nullptr ? nullptr : &CurrentBoard(*g);
 }
 
 int32_t GetInitialPosition(uint32_t game, BoardRecord* board)
@@ -89,7 +89,7 @@ int32_t IGNewBoard(BoardRecord* board)
 {
     if (board == nullptr)
         return 0;
-    RecordFromPosition(StartPosition(), *board);
+    RecordFromPosition(StandardStart(), *board);
     return 1;
 }
 
@@ -120,7 +120,7 @@ int32_t BoardToInitialPosition(uint32_t game, const BoardRecord* board, int32_t 
             pos.epFile = uint8_t(epFile);
     }
     g->initial = pos;
-    const Position start = StartPosition();
+    const Position& start = StandardStart();
     const bool standard = std::memcmp(pos.squares, start.squares, 64) == 0 && pos.side == start.side &&
                           pos.castling == start.castling && pos.epFile == 0 && pos.ply == 1;
     if (standard)

@@ -38,15 +38,27 @@ struct Header {
     int32_t date[3] = {0, 0, 0};
 };
 
+// Empties every field.
+void ClearHeader(Header& header);
+
 // Stores `text` (null: empty) cut to MaxTextLength characters.
 void SetText(HeaderText& field, const char* text);
 void SetText(HeaderText& field, const char* text, size_t length);
 
-// A node of the move tree. Node 0 is the root, no move itself.
+// The packed token of a move in the position before it (see move_codec.h);
+// length 0 when the move has no token (more than 16 men of a side).
+struct MoveToken {
+    uint8_t bytes[2] = {0, 0};
+    uint8_t length = 0;
+};
+
+// A node of the move tree. Node 0 is the root, no move itself. A node never
+// changes once made, so its token stays right.
 struct Node {
     uint8_t from = 0;
     uint8_t to = 0;
     uint8_t promotion = NoKind;  // the kind a pawn became, NoKind for none
+    MoveToken token;
     uint32_t next = 0;           // the main continuation, 0 none
     uint32_t alt = 0;            // the next alternative from the same position, 0 none
     uint32_t longComment = 0;    // index + 1 into GameBuffer::longComments
@@ -68,13 +80,15 @@ struct GameBuffer {
     uint8_t status = 0;
     int32_t sourceNumber = 0;
     int32_t storedLength = 0;  // main line half-moves of a header-only load
-    Position initial = StartPosition();
+    Position initial = StandardStart();
+    GameSignature signature;  // bounds of every position of the tree
     std::vector<Node> nodes;
     std::vector<LongComment> longComments;
     std::vector<std::string> shortComments;
     std::vector<uint32_t> path;        // nodes from the root to the current one
     std::vector<Position> positions;   // positions[i]: the position after path[i]
     BoardRecord board{};               // the current position in the driver's form
+    bool boardStale = true;            // `board` waits for CurrentBoard
     uint32_t armedNode = NotArmed;
     uint32_t armedSubline = 0;
     bool hasPattern = false;
@@ -105,13 +119,15 @@ uint32_t Continuation(const GameBuffer& game, uint32_t node, uint32_t index);
 uint32_t ContinuationCount(const GameBuffer& game, uint32_t node);
 // Adds a node for a move after `parent` as its last continuation, without
 // walking; result its index, 0 when the tree is full.
-uint32_t AppendChild(GameBuffer& game, uint32_t parent, uint8_t from, uint8_t to, uint8_t promotion);
+uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move);
 // Plays a legal move from the current position into the tree (see
 // AcceptMove); result false for an illegal move or a full tree.
 bool Accept(GameBuffer& game, int from, int to, Kind promotion);
 int32_t MainLineLength(const GameBuffer& game);
-// Refreshes `board` from the current position.
+// Marks the driver's form of the current position for renewal.
 void SyncBoard(GameBuffer& game);
+// The current position in the driver's form, renewed when stale.
+const BoardRecord& CurrentBoard(GameBuffer& game);
 
 }  // namespace ovg
 

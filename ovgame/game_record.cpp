@@ -29,13 +29,13 @@ enum : uint8_t { CommentLong = 1, CommentShort = 2 };
 
 const GameSignature& StandardSignature()
 {
-    static const GameSignature standard(SignatureOf(StartPosition()));
+    static const GameSignature standard(SignatureOf(StandardStart()));
     return standard;
 }
 
 bool IsStandardStart(const Position& pos)
 {
-    static const Position start = StartPosition();
+    const Position& start = StandardStart();
     return std::memcmp(pos.squares, start.squares, 64) == 0 && pos.side == start.side &&
            pos.castling == start.castling && pos.epFile == 0 && pos.ply == 1;
 }
@@ -130,22 +130,27 @@ bool ReadRecord(ByteReader& in, Header* header, int32_t& length, const NameDicti
             return false;
         SetText(header->texts[f], text.data(), text.size());
     }
-    Header scratch;
-    Header& h = header != nullptr ? *header : scratch;
-    h.result = (sections.layout >> ResultShift) & 3;
+    int32_t round = 0, elo[2] = {0, 0}, time[2] = {0, 0}, date[3] = {0, 0, 0};
     if (mask & MaskRound)
-        h.round = in.Signed();
+        round = in.Signed();
     if (mask & MaskWhiteElo)
-        h.elo[0] = in.Signed();
+        elo[0] = in.Signed();
     if (mask & MaskBlackElo)
-        h.elo[1] = in.Signed();
+        elo[1] = in.Signed();
     if (mask & MaskTimes) {
-        h.time[0] = in.Signed();
-        h.time[1] = in.Signed();
+        time[0] = in.Signed();
+        time[1] = in.Signed();
     }
     if (mask & MaskDate) {
-        for (int32_t& part : h.date)
+        for (int32_t& part : date)
             part = in.Signed();
+    }
+    if (header != nullptr) {
+        header->result = (sections.layout >> ResultShift) & 3;
+        header->round = round;
+        std::memcpy(header->elo, elo, sizeof elo);
+        std::memcpy(header->time, time, sizeof time);
+        std::memcpy(header->date, date, sizeof date);
     }
     length = int32_t(in.Varint32() & 0x7FFFFFFF);
     const bool wide = sections.layout & LayoutWideCounts;
@@ -159,7 +164,7 @@ bool ReadRecord(ByteReader& in, Header* header, int32_t& length, const NameDicti
         ReadCounts(in, sections.signature.least, wide);
         sections.signature.homeAlways = in.U16();
     }
-    sections.initial = (sections.layout & LayoutSetUp) ? ReadPosition(in) : StartPosition();
+    sections.initial = (sections.layout & LayoutSetUp) ? ReadPosition(in) : StandardStart();
     const uint32_t movesSize = in.Varint32();
     const std::string_view moves = in.Bytes(movesSize);
     sections.moves = ByteReader(reinterpret_cast<const uint8_t*>(moves.data()), moves.size());
@@ -237,11 +242,11 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     thread_local std::vector<uint8_t> moves;
     thread_local std::vector<uint32_t> order;
     moves.clear();
-    if (std::popcount(game.initial.occupied[0]) > 16 || std::popcount(game.initial.occupied[1]) > 16)
+    if (CountBits(game.initial.occupied[0]) > 16 || CountBits(game.initial.occupied[1]) > 16)
         return PackResult::TooManyMen;
-    GameSignature signature(SignatureOf(game.initial));
-    if (!EncodeTree(game, moves, order, signature))
+    if (!EncodeTree(game, moves, order))
         return PackResult::TooManyMen;
+    const GameSignature& signature = game.signature;
 
     uint32_t ids[TextFieldCount];
     uint32_t mask = 0;
@@ -325,11 +330,12 @@ bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDi
 {
     ByteReader in(data, size);
     Sections sections;
-    Header header;
     int32_t length = 0;
-    if (size < 2 || !ReadRecord(in, &header, length, &names, sections))
+    ClearHeader(game.header);
+    if (size < 2 || !ReadRecord(in, &game.header, length, &names, sections)) {
+        EraseGame(game);
         return false;
-    game.header = header;
+    }
     game.storedLength = length;
     if (withStatus)
         game.status = data[StatusOffset];
@@ -342,20 +348,20 @@ bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const Name
 {
     ByteReader in(data, size);
     Sections sections;
-    Header header;
     int32_t length = 0;
-    if (size < 2 || !ReadRecord(in, &header, length, &names, sections))
+    ClearHeader(game.header);
+    if (size < 2 || !ReadRecord(in, &game.header, length, &names, sections)) {
+        EraseGame(game);
         return false;
-    game.header = header;
+    }
     game.storedLength = length;
     game.status = data[StatusOffset];
     game.initial = sections.initial;
     ClearTree(game);
-    const int walked = DecodeTree(sections.moves, game.initial,
-                                  [&](uint32_t parent, int from, int to, Kind promotion, const Position&) {
-                                      return AppendChild(game, parent, uint8_t(from), uint8_t(to),
-                                                         uint8_t(promotion)) != 0;
-                                  });
+    game.signature = sections.signature;
+    const int walked = DecodeTree(sections.moves, game.initial, [&](uint32_t parent, const Node& move, const Position&) {
+        return AppendChild(game, parent, move) != 0;
+    });
     const bool good = walked == 1 &&
                       (!(sections.layout & LayoutComments) ||
                        ReadComments(game, ByteReader(in.Here(), size - in.Offset())));
@@ -378,11 +384,9 @@ int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
     const Position& pattern = game.pattern;
     if (SamePosition(sections.initial, pattern))
         return 1;
-    const int total = std::popcount(pattern.occupied[0] | pattern.occupied[1]);
     const int walked = DecodeTree(sections.moves, sections.initial,
-                                  [&](uint32_t, int, int, Kind, const Position& after) {
-                                      return std::popcount(after.occupied[0] | after.occupied[1]) != total ||
-                                             !SamePosition(after, pattern);
+                                  [&](uint32_t, const Node&, const Position& after) {
+                                      return !SamePosition(after, pattern);
                                   });
     return walked == 0 ? 1 : walked == 1 ? 0 : -1;
 }

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "ovgame/game_buffer.h"
+#include "ovgame/move_codec.h"
 
 namespace ovg {
 
@@ -47,13 +48,34 @@ GameBuffer* FindMove(uint32_t move, uint32_t& node)
 
 void SyncBoard(GameBuffer& game)
 {
-    RecordFromPosition(game.positions.back(), game.board);
+    game.boardStale = true;
+}
+
+const BoardRecord& CurrentBoard(GameBuffer& game)
+{
+    if (game.boardStale) {
+        RecordFromPosition(game.positions.back(), game.board);
+        game.boardStale = false;
+    }
+    return game.board;
+}
+
+void ClearHeader(Header& header)
+{
+    for (HeaderText& text : header.texts) {
+        text.length = 0;
+        text.text[0] = '\0';
+    }
+    header.round = header.result = 0;
+    header.elo[0] = header.elo[1] = header.time[0] = header.time[1] = 0;
+    header.date[0] = header.date[1] = header.date[2] = 0;
 }
 
 void ClearTree(GameBuffer& game)
 {
     ++game.treeGeneration;
     game.nodes.assign(1, Node{});
+    game.signature = GameSignature(SignatureOf(game.initial));
     game.longComments.clear();
     game.shortComments.clear();
     game.armedNode = NotArmed;
@@ -70,11 +92,11 @@ void Rewind(GameBuffer& game)
 
 void EraseGame(GameBuffer& game)
 {
-    game.header = Header{};
+    ClearHeader(game.header);
     game.status = 0;
     game.sourceNumber = 0;
     game.storedLength = 0;
-    game.initial = StartPosition();
+    game.initial = StandardStart();
     ClearTree(game);
 }
 
@@ -118,16 +140,13 @@ uint32_t ContinuationCount(const GameBuffer& game, uint32_t node)
     return count;
 }
 
-uint32_t AppendChild(GameBuffer& game, uint32_t parent, uint8_t from, uint8_t to, uint8_t promotion)
+uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move)
 {
     if (game.nodes.size() >= MaxNodes)
         return 0;
     const uint32_t index = uint32_t(game.nodes.size());
-    Node node;
-    node.from = from;
-    node.to = to;
-    node.promotion = promotion;
-    game.nodes.push_back(node);
+    Node& node = game.nodes.emplace_back(move);
+    node.next = node.alt = node.longComment = node.shortComment = 0;
     uint32_t* link = &game.nodes[parent].next;
     while (*link != 0)
         link = &game.nodes[*link].alt;
@@ -158,12 +177,23 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
                 target = child;
         }
     }
-    if (target == 0)
-        target = AppendChild(game, current, uint8_t(from), uint8_t(to), promo);
-    if (target == 0)
-        return false;
     Position pos = here;
-    MakeMove(pos, from, to, Kind(promo));
+    if (target == 0) {
+        Node move;
+        move.from = uint8_t(from);
+        move.to = uint8_t(to);
+        move.promotion = promo;
+        move.token = TokenOf(here, from, to, Kind(promo));
+        target = AppendChild(game, current, move);
+        if (target == 0)
+            return false;
+        const bool changes = KindOf(here.squares[from]) == Pawn || IsPiece(here.squares[to]);
+        MakeMove(pos, from, to, Kind(promo));
+        if (changes)
+            game.signature.Add(SignatureOf(pos));
+    } else {
+        MakeMove(pos, from, to, Kind(promo));
+    }
     game.path.push_back(target);
     game.positions.push_back(pos);
     game.armedNode = NotArmed;

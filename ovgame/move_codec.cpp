@@ -16,40 +16,34 @@ uint8_t PromotionCode(Kind kind)
     }
 }
 
-// Takes a changed material or pawn picture into the game signature.
-void TakeIn(GameSignature& signature, const Position& before, const Position& after, int from)
-{
-    const bool capture = std::popcount(before.occupied[0] | before.occupied[1]) !=
-                         std::popcount(after.occupied[0] | after.occupied[1]);
-    if (capture || KindOf(before.squares[from]) == Pawn)
-        signature.Add(SignatureOf(after));
-}
-
 }  // namespace
 
-bool WriteMove(ByteWriter& out, const Position& pos, int from, int to, Kind promotion)
+MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion)
 {
+    MoveToken token;
     const uint64_t own = pos.occupied[pos.side];
     if (((own >> from) & 1) == 0)
-        return false;
-    const int rank = std::popcount(own & ((uint64_t{1} << from) - 1));
+        return token;
+    const int rank = CountBits(own & ((uint64_t{1} << from) - 1));
     if (rank > 15)
-        return false;
+        return token;
     uint8_t targets[MaxTargets];
     const int n = TargetsOf(pos, from, targets);
     int place = 0;
     while (place < n && targets[place] != to)
         ++place;
     if (place == n)
-        return false;
+        return token;
     const uint8_t promo = IsPromotion(pos, from, to) ? PromotionCode(promotion) : 0;
     if (place < 15 && promo == 0) {
-        out.Byte(uint8_t(rank << 4 | place));
+        token.bytes[0] = uint8_t(rank << 4 | place);
+        token.length = 1;
     } else {
-        out.Byte(uint8_t(rank << 4 | TokenEscape));
-        out.Byte(uint8_t(place | promo << 5));
+        token.bytes[0] = uint8_t(rank << 4 | TokenEscape);
+        token.bytes[1] = uint8_t(place | promo << 5);
+        token.length = 2;
     }
-    return true;
+    return token;
 }
 
 bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion)
@@ -77,42 +71,32 @@ bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int
     return true;
 }
 
-bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order,
-                GameSignature& signature)
+bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order)
 {
     struct Frame {
         uint32_t first;
-        Position before;
-        Position after;
         uint32_t nextAlt;
     };
     ByteWriter writer(out);
     std::vector<Frame> stack;
     order.assign(1, 0);
     uint32_t current = 0;
-    Position pos = game.initial;
-    const auto emit = [&](uint32_t node, const Position& before, Position& after) {
-        const Node& n = game.nodes[node];
-        if (!WriteMove(writer, before, n.from, n.to, Kind(n.promotion)))
-            return false;
+    const auto emit = [&](uint32_t node) {
+        const MoveToken& token = game.nodes[node].token;
+        writer.Bytes(token.bytes, token.length);
         order.push_back(node);
-        after = before;
-        MakeMove(after, n.from, n.to, Kind(n.promotion));
-        TakeIn(signature, before, after, n.from);
-        return true;
+        return token.length != 0;
     };
     for (;;) {
         const uint32_t first = game.nodes[current].next;
         if (first != 0) {
-            Position after;
-            if (!emit(first, pos, after))
+            if (!emit(first))
                 return false;
             if (game.nodes[first].alt == 0) {
                 current = first;
-                pos = after;
                 continue;
             }
-            stack.push_back(Frame{first, pos, after, game.nodes[first].alt});
+            stack.push_back(Frame{first, game.nodes[first].alt});
         } else {
             if (stack.empty())
                 return true;
@@ -125,12 +109,11 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
             frame.nextAlt = game.nodes[alt].alt;
             writer.Byte(TokenEscape);
             writer.Byte(TokenLineStart);
-            if (!emit(alt, frame.before, pos))
+            if (!emit(alt))
                 return false;
             current = alt;
         } else {
             current = frame.first;
-            pos = frame.after;
             stack.pop_back();
         }
     }

@@ -18,22 +18,22 @@ constexpr uint8_t TokenEscape = 0x0F;     // low nibble of a first byte: a secon
 constexpr uint8_t TokenLineEnd = 0x80;    // second byte: the side line ends
 constexpr uint8_t TokenLineStart = 0x81;  // second byte: a side line begins
 
-// Writes the move from `from` to `to` (with `promotion` for a pawn reaching
-// the last rank) in `pos`; false when the mover's rank or destination has no
-// code (more than 16 men of a side).
-bool WriteMove(ByteWriter& out, const Position& pos, int from, int to, Kind promotion);
+// The token of the move from `from` to `to` (with `promotion` for a pawn
+// reaching the last rank) in `pos`; length 0 when the mover's rank or
+// destination has no code (more than 16 men of a side).
+MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion);
 
-// The tree of `game` as tokens. `order` receives the nodes in the order of
-// their tokens (the root first), `signature` takes in every position.
-bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order,
-                GameSignature& signature);
+// The tree of `game` as its nodes' tokens; `order` receives the nodes in the
+// order of their tokens (the root first). False when a move has no token.
+bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order);
 
 // Reads one move token of `pos` (the first byte already read as `first`).
 // False for a damaged token.
 bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion);
 
-// Replays a token stream from `initial`, calling visit(parentOrdinal, from, to,
-// promotion, positionAfter) for each move in stream order (ordinal 0 is the
+// Replays a token stream from `initial`, calling visit(parentOrdinal, move,
+// positionAfter) for each move in stream order (the move's from, to,
+// promotion and token set) (ordinal 0 is the
 // root; each move gets the next ordinal). A visit result of false stops the
 // walk. Result: 1 walked to the end, 0 stopped, -1 damaged stream.
 template <class Visit>
@@ -49,16 +49,30 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
     uint32_t ordinal = 0;
     uint32_t current = 0;
     Position pos = initial;
-    // Reads one move after `parent` in `before`; the new ordinal and position.
-    const auto readMove = [&](uint8_t first, uint32_t parent, const Position& before, Position& after) -> int {
+    // Reads the move of token `first` after `parent` and plays it in `pos`.
+    const auto play = [&](uint32_t parent, uint8_t first) -> int {
         int from = 0, to = 0;
         Kind promotion = NoKind;
-        if (!ReadMove(in, first, before, from, to, promotion))
+        const uint8_t* token = in.Here() - 1;
+        if (!ReadMove(in, first, pos, from, to, promotion))
             return -1;
-        after = before;
-        MakeMove(after, from, to, promotion);
+        Node move;
+        move.from = uint8_t(from);
+        move.to = uint8_t(to);
+        move.promotion = promotion;
+        move.token.length = uint8_t(in.Here() - token);
+        move.token.bytes[0] = token[0];
+        move.token.bytes[1] = move.token.length > 1 ? token[1] : 0;
+        MakeMove(pos, from, to, promotion);
         ++ordinal;
-        return visit(parent, from, to, promotion, after) ? 1 : 0;
+        return visit(parent, move, pos) ? 1 : 0;
+    };
+    const auto lineStarts = [&] {
+        ByteReader probe = in;
+        if (probe.Byte() != TokenEscape || probe.Byte() != TokenLineStart || probe.AtEnd())
+            return false;
+        in = probe;
+        return true;
     };
     for (;;) {
         bool lineEnds = in.AtEnd();
@@ -66,8 +80,7 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
         if (!lineEnds) {
             first = in.Byte();
             if ((first & 0x0F) == TokenEscape && (in.Peek() & 0x80)) {
-                const uint8_t special = in.Byte();
-                if (special != TokenLineEnd || first != TokenEscape)
+                if (in.Byte() != TokenLineEnd || first != TokenEscape)
                     return -1;
                 lineEnds = true;
             }
@@ -75,46 +88,49 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
         if (lineEnds) {
             if (stack.empty())
                 return in.AtEnd() ? 1 : -1;
-            // Back at a branch: further alternatives, or the main continuation.
+            // Back at a branch: a further alternative, or the main continuation.
             Frame& frame = stack.back();
-            if (in.Peek() == TokenEscape && !in.AtEnd()) {
-                ByteReader probe = in;
-                probe.Byte();
-                if (probe.Byte() == TokenLineStart) {
-                    in = probe;
-                    if (in.AtEnd())
-                        return -1;
-                    const int r = readMove(in.Byte(), frame.parent, frame.before, pos);
-                    if (r <= 0)
-                        return r;
-                    current = ordinal;
-                    continue;
-                }
+            if (lineStarts()) {
+                pos = frame.before;
+                const int r = play(frame.parent, in.Byte());
+                if (r <= 0)
+                    return r;
+                current = ordinal;
+            } else {
+                current = frame.first;
+                pos = frame.after;
+                stack.pop_back();
             }
-            current = frame.first;
-            pos = frame.after;
-            stack.pop_back();
             continue;
         }
-        Position after;
-        const int r = readMove(first, current, pos, after);
-        if (r <= 0)
-            return r;
-        const uint32_t mainChild = ordinal;
-        ByteReader probe = in;
-        if (probe.Byte() == TokenEscape && probe.Byte() == TokenLineStart) {
-            in = probe;
-            stack.push_back(Frame{current, mainChild, pos, after});
-            if (in.AtEnd())
-                return -1;
-            const int s = readMove(in.Byte(), current, stack.back().before, pos);
-            if (s <= 0)
-                return s;
+        ByteReader afterToken = in;
+        int from = 0, to = 0;
+        Kind promotion = NoKind;
+        if (!ReadMove(afterToken, first, pos, from, to, promotion))
+            return -1;
+        ByteReader probe = afterToken;
+        const bool branches = probe.Byte() == TokenEscape && probe.Byte() == TokenLineStart;
+        if (!branches) {
+            const int r = play(current, first);
+            if (r <= 0)
+                return r;
             current = ordinal;
             continue;
         }
-        current = mainChild;
-        pos = after;
+        stack.push_back(Frame{current, 0, pos, pos});
+        const int r = play(current, first);
+        if (r <= 0)
+            return r;
+        Frame& frame = stack.back();
+        frame.first = ordinal;
+        frame.after = pos;
+        pos = frame.before;
+        if (!lineStarts())
+            return -1;
+        const int s = play(frame.parent, in.Byte());
+        if (s <= 0)
+            return s;
+        current = ordinal;
     }
 }
 

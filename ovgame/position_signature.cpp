@@ -8,15 +8,12 @@ namespace ovg {
 Signature SignatureOf(const Position& pos)
 {
     Signature sig;
-    for (int sq = 0; sq < 64; ++sq) {
-        const uint8_t code = pos.squares[sq];
-        const Kind kind = KindOf(code);
-        if (kind > Queen)
-            continue;
-        const Color color = ColorOf(code);
-        sig.count[color * 5 + kind] = uint8_t(std::min<int>(sig.count[color * 5 + kind] + 1, 255));
-        if (kind == Pawn && RankOf(sq) == (color == White ? 1 : 6))
-            sig.home |= uint16_t(1u << (color * 8 + FileOf(sq)));
+    std::copy(pos.counts, pos.counts + SignatureKinds, sig.count);
+    for (int file = 0; file < 8; ++file) {
+        if (pos.squares[SquareOf(file, 1)] == PieceCode(White, Pawn))
+            sig.home |= uint16_t(1u << file);
+        if (pos.squares[SquareOf(file, 6)] == PieceCode(Black, Pawn))
+            sig.home |= uint16_t(1u << (8 + file));
     }
     return sig;
 }

@@ -13,7 +13,7 @@
 
 namespace ovg {
 
-constexpr int SignatureKinds = 10;  // pawn to queen, white then black
+constexpr int SignatureKinds = CountedKinds;  // pawn to queen, white then black
 
 struct Signature {
     uint8_t count[SignatureKinds] = {};
