@@ -1,0 +1,83 @@
+// The comparisons of header matching, on folded query texts and raw game texts.
+#include <gtest/gtest.h>
+
+#include "search/header_match.h"
+#include "search/query.h"
+
+namespace {
+
+TEST(HeaderFoldTable, FoldsLatinCapitalsAndMarksBytesNoQueryHolds)
+{
+    struct Range {
+        int first, last;
+        bool same;  // output equals input, else B0 (Latin capitals checked apart)
+    };
+    const Range ranges[] = {{0x01, 0x1F, false}, {0x20, 0x40, true}, {0x5B, 0x7E, true}, {0x7F, 0x90, false},
+                            {0x91, 0x92, true},  {0x93, 0x9F, false}, {0xA0, 0xFF, true}};
+    for (const Range& range : ranges)
+        for (int byte = range.first; byte <= range.last; ++byte)
+            EXPECT_EQ(HeaderFoldTable[byte], range.same ? byte : 0xB0) << std::hex << byte;
+    for (int byte = 'A'; byte <= 'Z'; ++byte)
+        EXPECT_EQ(HeaderFoldTable[byte], byte + 0x20);
+    EXPECT_EQ(HeaderFoldTable[0], 0);
+}
+
+struct TextCase {
+    const char* query;  // folded already
+    const char* text;   // as the store holds it
+    int32_t equals, beginsWith, contains;
+};
+
+TEST(TextComparators, WalkFoldedGameTextAgainstQuery)
+{
+    const TextCase cases[] = {
+        {"alpha", "Alpha", 1, 1, 1},
+        {"alpha", "ALPHA", 1, 1, 1},
+        {"alp", "Alpha", 0, 1, 1},
+        {"pha", "Alpha", 0, 0, 1},
+        {"alphabet", "Alpha", 0, 0, 0},
+        {"", "", 1, 1, 0},
+        {"", "Alpha", 0, 1, 1},
+        {"a", "", 0, 0, 0},
+        {"ab", "aab", 0, 0, 1},
+        {"bc", "abab", 0, 0, 0},
+        {"\xA4", "\xA4", 1, 1, 1},     // n tilde, the same in both
+        {"\x81", "\x81", 0, 0, 0},     // u umlaut: the game's byte folds to B0
+        {"\x91", "\x91", 1, 1, 1},     // ae, kept on both sides
+        {"A", "a", 0, 0, 0},           // a query capital never fits a folded game byte
+    };
+    for (const TextCase& c : cases) {
+        SCOPED_TRACE(std::string("query '") + c.query + "', text '" + c.text + "'");
+        EXPECT_EQ(TextEquals(c.query, c.text), c.equals);
+        EXPECT_EQ(TextBeginsWith(c.query, c.text), c.beginsWith);
+        EXPECT_EQ(TextContains(c.query, c.text), c.contains);
+    }
+}
+
+TEST(TextComparators, QueryFoldingMeetsHeaderFolding)
+{
+    // ANSI letters of a host query against the same letters stored in OEM.
+    struct Case {
+        uint8_t ansi, oem;
+        bool fits;
+    };
+    const Case cases[] = {{0xF1, 0xA4, true}, {0xFC, 0x81, false}, {0xE6, 0x91, true}, {'Q', 'Q', true}};
+    for (const Case& c : cases) {
+        const char query[2] = {static_cast<char>(QueryFoldTable[c.ansi]), '\0'};
+        const char text[2] = {static_cast<char>(c.oem), '\0'};
+        EXPECT_EQ(TextEquals(query, text), c.fits ? 1 : 0) << std::hex << int(c.ansi);
+    }
+}
+
+TEST(ResultMatches, QueryZeroTakesEveryImproperResult)
+{
+    struct Case {
+        int32_t query, game, expected;
+    };
+    const Case cases[] = {{1, 1, 1}, {2, 2, 1}, {3, 3, 1}, {1, 3, 0}, {3, 2, 0}, {0, 0, 1},
+                          {0, 4, 1}, {0, -1, 1}, {0, 1, 0}, {0, 2, 0}, {0, 3, 0}, {2, 0, 0}};
+    for (const Case& c : cases)
+        EXPECT_EQ(ResultMatches(c.query, c.game), c.expected) << c.query << " against " << c.game;
+}
+
+}  // namespace
