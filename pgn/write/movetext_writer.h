@@ -25,7 +25,8 @@ inline constexpr uint32_t LineTextModeMask = 0xFF;
 // entry of the tree. `nags`, `commentIndex` and `commentText` are indexed as in
 // PgnGame; either of nags and commentIndex may be null, which leaves out the
 // glyphs or the comments. Starting at entry 0, the glyphs and comment of index
-// 0 come first. Returns the new column. A tree whose alternatives run past
+// 0 come first; those of a move are written once, behind it, also when the
+// next move's full number follows them. Returns the new column. A tree whose alternatives run past
 // `end` brings up "Move tree corrupt." through InternalErrorBox; the line
 // that finds it stops there, without its closing bracket, and gives column 0.
 int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,

@@ -24,7 +24,7 @@ class PgnSink {
 public:
     // Text goes to `file`, which stays the caller's. Bytes are collected in
     // the sink and handed to the stream in blocks; Flush and the destructor
-    // hand over what is pending.
+    // hand over what is pending. A null file takes nothing: every byte is lost.
     explicit PgnSink(std::FILE* file);
 
     // Text goes into a new movable block of PgnTextStep bytes, locked for the
