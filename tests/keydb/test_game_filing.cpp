@@ -119,6 +119,21 @@ TEST_F(GameFiling, AVisitorMayCloseTheDatabase)
     EXPECT_EQ(DbsGetDatabaseDepth(), 0);
 }
 
+TEST_F(GameFiling, AVisitorThatFilesMoreGamesStillEnds)
+{
+    Save({"e2e4", "c7c5"});
+    Save({"e2e4", "c7c5"});
+    static uint32_t visitorGame, visitorFile;
+    visitorGame = game;
+    visitorFile = file;
+    // The buffer still holds 1.e4 c5: each visit files one more game under the key.
+    const DbsGameVisitor copier = [](int32_t) {
+        return OvkSaveToDatabase(visitorGame, visitorFile, 0, 0, 1) > 0 ? 1 : 0;
+    };
+    EXPECT_EQ(DbsCBSearchKey(sicilian, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, copier), 2);
+    EXPECT_EQ(Games(sicilian, OVK_SCOPE_KEY).size(), 4u);
+}
+
 TEST_F(GameFiling, ManyGamesAreVisitedAcrossRounds)
 {
     ASSERT_EQ(OvgFileAction(file, 2), 1);
