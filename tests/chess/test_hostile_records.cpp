@@ -3,6 +3,7 @@
 // give the record back as they found it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -81,7 +82,8 @@ TEST(HostileRecords, StayInsideAndComeBackUnchanged)
 
 // The generator as plainly as it can be written: edge tests step by step and
 // every free candidate tried on a copy. The generator's shortcuts (ray
-// tables, pinned lines, the shared check test) must give the same lists.
+// tables, pinned lines, the shared check test, the lone king's steps) must
+// give the same lists, and the single-move test the same answers.
 std::vector<int> PlainDestinations(const sPosition& position, int from)
 {
     const uint8_t piece = position.board[from];
@@ -169,7 +171,13 @@ TEST(HostileRecords, GeneratorAgreesWithThePlainGenerator)
         for (int from = 0; from < 64; ++from) {
             int32_t list[MaxDestinations];
             const int count = GenerateDestinations(&position, from, list);
-            ASSERT_EQ(std::vector<int>(list, list + count), PlainDestinations(position, from)) << "from " << from;
+            const std::vector<int> destinations(list, list + count);
+            ASSERT_EQ(destinations, PlainDestinations(position, from)) << "from " << from;
+            // The single-move test walks the same way but stops at its target.
+            for (int to = 0; to < 64; ++to)
+                ASSERT_EQ(MoveIsLegal(&position, static_cast<uint32_t>(from | to << 8)),
+                          std::find(destinations.begin(), destinations.end(), to) != destinations.end() ? 1 : 0)
+                    << from << "-" << to;
         }
     }
 }

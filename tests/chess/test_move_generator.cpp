@@ -2,9 +2,7 @@
 // quirks, the single-move test, and move application.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
-#include <random>
 #include <vector>
 
 #include "chess/move_generator.h"
@@ -170,36 +168,6 @@ TEST(MoveIsLegal, AsksTheDestinationsOfTheFromSquare)
     int32_t list[MaxDestinations];
     EXPECT_EQ(GenerateDestinations(nullptr, 12, list), 0);
     EXPECT_EQ(GenerateDestinations(&position, -1, list), 0);
-}
-
-// Plays random games and checks, in every position on the way, that the
-// single-move test agrees with the destination lists for every pair of
-// squares, and that neither leaves a trace on the record.
-TEST(MoveIsLegal, AgreesWithTheDestinationListsInPlayedGames)
-{
-    std::mt19937 random(20261123);
-    int positions = 0;
-    for (int game = 0; game < 40; ++game) {
-        sPosition position = StartPosition;
-        for (int ply = 0; ply < 160; ++ply, ++positions) {
-            const sPosition before = position;
-            std::vector<uint32_t> legal;
-            for (int from = 0; from < 64; ++from) {
-                const std::vector<int> list = Destinations(position, from);
-                for (int to = 0; to < 64; ++to) {
-                    const bool listed = std::find(list.begin(), list.end(), to) != list.end();
-                    ASSERT_EQ(MoveIsLegal(&position, Move(from, to)), listed ? 1 : 0) << from << "-" << to;
-                    if (listed)
-                        legal.push_back(Move(from, to, random() & 3));
-                }
-            }
-            ASSERT_TRUE(SameRecord(position, before));
-            if (legal.empty())
-                break;
-            ApplyMove(&position, legal[random() % legal.size()]);
-        }
-    }
-    EXPECT_GT(positions, 2000);
 }
 
 TEST(ApplyMove, PlaysTheWordAsItStands)
