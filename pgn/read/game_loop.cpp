@@ -4,6 +4,7 @@
 #include "pgn/pgn_game.h"
 #include "pgn/read/annotations.h"
 #include "pgn/read/game_reader.h"
+#include "pgn/read/move_token.h"
 #include "pgn/read/pgn_read.h"
 #include "pgn/read/pgn_scanner.h"
 #include "pgn/read/read_context.h"
@@ -153,7 +154,8 @@ private:
         inMoves_ = true;
         if (first == '!' || first == '?' || first == '$') {
             PgnStoreGlyph(reader_, game_, token_);
-        } else if (PgnStoreMove(reader_, game_, token_, length, openCount_, closeCount_)) {
+        } else if (!IsNeverAMove(token_, length) &&
+                   PgnStoreMove(reader_, game_, token_, length, openCount_, closeCount_)) {
             openCount_ = 0;
             closeCount_ = 0;
         }

@@ -294,8 +294,7 @@ void PgnPieceLetters::Set(const char* letters)
 
 int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
 {
-    if (length <= 0 || text[0] == '.' ||
-        (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'))) {
+    if (IsNeverAMove(text, length)) {
         return 0;
     }
     uint32_t word = PiecePawn;

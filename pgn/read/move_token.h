@@ -58,6 +58,14 @@ private:
     uint8_t pieceOf_[256] = {};
 };
 
+// True for a text that is never a move: empty, starting with ".", or starting
+// with a digit that no "-" follows (a move number; "0-0" may be castling).
+inline bool IsNeverAMove(const char* text, int32_t length)
+{
+    return length <= 0 || text[0] == '.' ||
+           (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'));
+}
+
 // Reads `text` of `length` characters as a move, from its end: standard or
 // long algebraic, pawn captures by files alone, castling with letters or
 // digits, suffixes passed over. Returns 1 and sets bits 0-22 of *token for a

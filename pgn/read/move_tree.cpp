@@ -55,7 +55,8 @@ void TraceIllegalMove(const PgnPieceLetters& letters, uint32_t token)
 }
 
 // Reports the move that cannot be played and the moves of the line before it.
-void ReportIllegalMove(const TreeWalk& walk, const sPosition& line, const sPosition* start,
+// Kept out of line so that the frames of the recursion over lines stay small.
+[[gnu::noinline]] void ReportIllegalMove(const TreeWalk& walk, const sPosition& line, const sPosition* start,
                        uint32_t firstEntry, uint32_t out, uint32_t tokenIndex)
 {
     uint32_t token = walk.reader.tokens[tokenIndex];

@@ -52,7 +52,7 @@ private:
     bool Refill();
     [[noreturn]] static void ReportEndInComment();
 
-    static constexpr size_t BufferSize = 1 << 17;
+    static constexpr size_t BufferSize = 1 << 16;
 
     std::FILE* file_ = nullptr;
     const uint8_t* start_ = nullptr;

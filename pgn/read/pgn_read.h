@@ -48,6 +48,8 @@ struct PgnSource {
 // Result: 1 when the callback (or the lack of one) stopped the read, else 0;
 // 0 too when `game` is null. The read's working state is its own, so reads
 // on different threads, each with its own record and source, do not meet.
+// That state lives on the calling thread's stack: about 170 KB, and up to
+// 240 KB more for a game whose variations nest hundreds of levels deep.
 int32_t PgnReadGames(const PgnSource& source, PgnGame* game, uint32_t flags,
                      const char* pieceLetters, PgnGameCallback callback, intptr_t context);
 
