@@ -1,0 +1,293 @@
+// The searches on the real game store, over a prefix of the self-play corpus
+// imported through the library. Header hits are checked against the tags as
+// the PGN text states them, position hits against pgn-extract's count.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "orvan.h"
+#include "pgn/write/fen_writer.h"
+#include "search/query_builder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
+const char* const PgnExtract = "/usr/games/pgn-extract";
+constexpr int PrefixGames = 2000;
+
+using Tags = std::map<std::string, std::string>;
+
+struct Corpus {
+    fs::path directory;
+    fs::path pgnPath;
+    std::vector<Tags> games;  // game n is games[n - 1]
+    OvGameFile file = 0;
+};
+
+Corpus* TheCorpus = nullptr;
+
+// The first `count` games of the corpus, as text and as their tag pairs.
+void CutPrefix(Corpus& corpus)
+{
+    std::ifstream in(CorpusPath, std::ios::binary);
+    std::ofstream out(corpus.pgnPath, std::ios::binary);
+    std::string line;
+    while (std::getline(in, line)) {
+        if (line.starts_with("[Event ")) {
+            if (static_cast<int>(corpus.games.size()) == PrefixGames)
+                break;
+            corpus.games.emplace_back();
+        }
+        if (line.starts_with("[") && !corpus.games.empty()) {
+            const size_t quote = line.find('"');
+            const size_t end = line.rfind('"');
+            if (quote != std::string::npos && end > quote)
+                corpus.games.back()[line.substr(1, line.find(' ') - 1)] = line.substr(quote + 1, end - quote - 1);
+        }
+        out << line << '\n';
+    }
+}
+
+struct Hits {
+    std::vector<int32_t> numbers;
+    int32_t total = -1;
+    int calls = 0;
+    int stopAfterHits = -1;
+};
+
+int32_t CollectHits(uint32_t game, int32_t number, int32_t total, intptr_t user)
+{
+    auto& hits = *reinterpret_cast<Hits*>(user);
+    ++hits.calls;
+    hits.total = total;
+    if (game == 0)
+        return 1;
+    hits.numbers.push_back(number);
+    return static_cast<int>(hits.numbers.size()) == hits.stopAfterHits ? 0 : 1;
+}
+
+Hits Search(OvGameFile file, const sQuery& query)
+{
+    Hits hits;
+    OvSearchGameHdrs(file, &query, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+    return hits;
+}
+
+std::vector<int32_t> NumbersWhere(const std::function<bool(const Tags&)>& holds)
+{
+    std::vector<int32_t> numbers;
+    for (size_t index = 0; index < TheCorpus->games.size(); ++index)
+        if (holds(TheCorpus->games[index]))
+            numbers.push_back(static_cast<int32_t>(index + 1));
+    return numbers;
+}
+
+std::string Tag(const Tags& tags, const char* name)
+{
+    const auto found = tags.find(name);
+    return found == tags.end() ? std::string() : found->second;
+}
+
+int Number(const Tags& tags, const char* name) { return std::atoi(Tag(tags, name).c_str()); }
+
+std::string Lower(std::string text)
+{
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+class SearchCorpus : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        if (!fs::exists(CorpusPath))
+            return;
+        auto* corpus = new Corpus;
+        char pattern[] = "/tmp/search-test-XXXXXX";
+        corpus->directory = mkdtemp(pattern);
+        corpus->pgnPath = corpus->directory / "prefix.pgn";
+        CutPrefix(*corpus);
+        corpus->file = OvCreateGamefile((corpus->directory / "prefix.ovg").c_str());
+        OvPgnImport(corpus->pgnPath.c_str(), corpus->file, 0, nullptr, nullptr, 0);
+        TheCorpus = corpus;
+    }
+    static void TearDownTestSuite()
+    {
+        if (TheCorpus == nullptr)
+            return;
+        OvCloseGamefile(TheCorpus->file);
+        fs::remove_all(TheCorpus->directory);
+        delete TheCorpus;
+        TheCorpus = nullptr;
+    }
+    void SetUp() override
+    {
+        if (TheCorpus == nullptr)
+            GTEST_SKIP() << "corpus not found at " << CorpusPath;
+        ASSERT_EQ(OvGetGamesCount(TheCorpus->file), PrefixGames) << "every game of the prefix is stored";
+    }
+};
+
+TEST_F(SearchCorpus, TwoGroupQueryFindsTheWinsOfOnePlayer)
+{
+    std::map<std::string, int> gamesOf;
+    for (const Tags& tags : TheCorpus->games)
+        ++gamesOf[Tag(tags, "White")];
+    const std::string player =
+        std::max_element(gamesOf.begin(), gamesOf.end(), [](auto& a, auto& b) { return a.second < b.second; })->first;
+
+    sQuery query = MakeQuery(QueryHeader);
+    SetCondition(query, 0, 0, QfWhite, QopEquals, Lower(player).c_str());
+    SetCondition(query, 1, 0, QfResult, QopEquals, "1-0");
+    SetCondition(query, 0, 1, QfBlack, QopEquals, player.c_str());
+    SetCondition(query, 1, 1, QfResult, QopEquals, "0-1");
+    const Hits hits = Search(TheCorpus->file, query);
+    const auto expected = NumbersWhere([&](const Tags& tags) {
+        return (Tag(tags, "White") == player && Tag(tags, "Result") == "1-0") ||
+               (Tag(tags, "Black") == player && Tag(tags, "Result") == "0-1");
+    });
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(hits.numbers, expected) << player;
+    EXPECT_EQ(hits.total, PrefixGames);
+}
+
+struct FieldCase {
+    const char* name;
+    int32_t field;
+    int32_t op;
+    const char* value;
+    std::function<bool(const Tags&)> holds;
+};
+
+TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
+{
+    const auto year = [](const Tags& tags) { return Number(tags, "Date"); };
+    const FieldCase cases[] = {
+        {"either Elo at least 2500", QfElo, QopNotBeginsWith, "2500",
+         [](const Tags& t) { return Number(t, "WhiteElo") >= 2500 || Number(t, "BlackElo") >= 2500; }},
+        {"either Elo not 2317", QfElo, QopNotEquals, "2317",
+         [](const Tags& t) { return Number(t, "WhiteElo") != 2317 || Number(t, "BlackElo") != 2317; }},
+        {"White Elo below 1600", QfWhiteElo, QopBeginsWith, "1600", [](const Tags& t) { return Number(t, "WhiteElo") < 1600; }},
+        {"Black Elo above 2600", QfBlackElo, QopNotContains, "2600", [](const Tags& t) { return Number(t, "BlackElo") > 2600; }},
+        {"year 1994", QfDate, QopEquals, "1994", [=](const Tags& t) { return year(t) == 1994; }},
+        {"up to 1960", QfDate, QopContains, "1960", [=](const Tags& t) { return year(t) >= 1 && year(t) <= 1960; }},
+        {"key code B2x", QfKeycode, QopBeginsWith, "b2", [](const Tags& t) { return Tag(t, "ECO").starts_with("B2"); }},
+        {"a player named Ulrich", QfPlayer, QopContains, "ULRICH",
+         [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") != std::string::npos; }},
+        {"no player named Ulrich", QfPlayer, QopNotContains, "ulrich",
+         [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") == std::string::npos; }},
+        {"White is an IM", QfWhiteTitle, QopEquals, "im", [](const Tags& t) { return Tag(t, "WhiteTitle") == "IM"; }},
+        {"draws", QfResult, QopEquals, "1/2", [](const Tags& t) { return Tag(t, "Result") == "1/2-1/2"; }},
+        {"decided games", QfResult, QopNotEquals, "*", [](const Tags& t) { return Tag(t, "Result") != "*"; }},
+        {"round 6", QfRound, QopEquals, "6", [](const Tags& t) { return Number(t, "Round") == 6; }},
+    };
+    for (const FieldCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        sQuery query = MakeQuery(QueryHeader);
+        SetCondition(query, 0, 2, c.field, c.op, c.value);
+        EXPECT_EQ(Search(TheCorpus->file, query).numbers, NumbersWhere(c.holds));
+    }
+
+    sQuery firstTen = MakeQuery(QueryHeader);
+    SetCondition(firstTen, 0, 0, QfLoadnumber, QopContains, "10");
+    EXPECT_EQ(Search(TheCorpus->file, firstTen).numbers, (std::vector<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}))
+        << "the number each game has in the searched file";
+}
+
+TEST_F(SearchCorpus, StopAtTheFirstHitStillEnds)
+{
+    Hits hits;
+    hits.stopAfterHits = 1;
+    const sQuery query = MakeQuery(QueryHeader);
+    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+    EXPECT_EQ(hits.numbers, std::vector<int32_t>{1});
+    EXPECT_EQ(hits.calls, 3) << "start, hit, end";
+}
+
+// Games of the prefix that reach `position` by pgn-extract's count; -1 when
+// the tool cannot be run.
+int CountWithPgnExtract(const sPosition& position)
+{
+    char fen[FenTextSize];
+    PositionToFen(position, 0, fen);
+    std::string board(fen);
+    board = board.substr(0, board.find(' ', board.find(' ') + 1));  // placement and side to move
+    const fs::path criteria = TheCorpus->directory / "criteria.txt";
+    std::ofstream(criteria) << "FENPattern \"" << board << "\"\n";
+    const std::string command = std::string(PgnExtract) + " -s -t " + criteria.string() + " " +
+                                TheCorpus->pgnPath.string() + " 2>/dev/null";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr)
+        return -1;
+    int games = 0;
+    char line[4096];
+    while (std::fgets(line, sizeof line, pipe) != nullptr)
+        games += std::string_view(line).starts_with("[Event ");
+    return pclose(pipe) == 0 ? games : -1;
+}
+
+TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
+{
+    if (!fs::exists(PgnExtract))
+        GTEST_SKIP() << PgnExtract << " not installed";
+    const OvGameBuffer game = OvAllocGameBuffer();
+    const int32_t plies[][2] = {{1, 6}, {17, 9}, {400, 12}, {1200, 16}};
+    for (const auto& [number, ply] : plies) {
+        SCOPED_TRACE("game " + std::to_string(number) + " ply " + std::to_string(ply));
+        ASSERT_EQ(OvReadGame(game, TheCorpus->file, number), 1);
+        OvGotoMove(game, ply);
+        sPosition position;
+        OvGetCurrentPos(game, &position);
+        const int expected = CountWithPgnExtract(position);
+        ASSERT_GE(expected, 1);
+        Hits hits;
+        OvSearchPosGames(TheCorpus->file, &position, 0, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+        EXPECT_EQ(static_cast<int>(hits.numbers.size()), expected);
+        EXPECT_TRUE(std::find(hits.numbers.begin(), hits.numbers.end(), number) != hits.numbers.end());
+    }
+    OvFreeGameBuffer(game);
+}
+
+TEST_F(SearchCorpus, SearchRunsWhileAnotherThreadWritesGames)
+{
+    const fs::path path = TheCorpus->directory / "shared.ovg";
+    const OvGameFile file = OvCreateGamefile(path.c_str());
+    OvPgnImport(TheCorpus->pgnPath.c_str(), file, 0, nullptr, nullptr, 0);
+    const int32_t before = OvGetGamesCount(file);
+
+    constexpr int Writes = 150;
+    std::atomic<int> written = 0;
+    std::thread writer([&] {
+        const OvGameBuffer game = OvAllocGameBuffer();
+        for (int k = 0; k < Writes; ++k)
+            if (OvReadGame(game, file, k + 1) == 1 && OvWriteGame(game, file, nullptr) > 0)
+                ++written;
+        OvFreeGameBuffer(game);
+    });
+    const Hits hits = Search(file, MakeQuery(QueryHeader));
+    writer.join();
+
+    EXPECT_EQ(written, Writes);
+    EXPECT_EQ(OvGetGamesCount(file), before + Writes);
+    ASSERT_GE(hits.numbers.size(), static_cast<size_t>(hits.total));
+    for (size_t index = 0; index < hits.numbers.size(); ++index)
+        ASSERT_EQ(hits.numbers[index], static_cast<int32_t>(index + 1)) << "each game once, in file order";
+    OvCloseGamefile(file);
+}
+
+}  // namespace
