@@ -45,8 +45,9 @@ const CastlingRook* CastlingRookOf(int piece, int from, int to)
     return nullptr;
 }
 
-// The square of the man an en passant capture takes, or -1 when the move is
-// none: a pawn moving to another file onto an empty square.
+// The square of the man an en passant capture takes, -1 for any other move.
+// En passant is told by geometry alone: a pawn that changes file onto an
+// empty square.
 int EnPassantVictim(int piece, int from, int to, int captured)
 {
     if (captured != 0 || FileOf(from) == FileOf(to))
