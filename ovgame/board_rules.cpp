@@ -39,6 +39,30 @@ constexpr StepTable MakeStepTable(const Step (&steps)[8])
 constexpr StepTable KnightTable = MakeStepTable(KnightSteps);
 constexpr StepTable KingTable = MakeStepTable(KingSteps);
 
+// For each square and direction of KingSteps, the squares along the ray,
+// ended by -1.
+struct RayTable {
+    int8_t squares[64][8][8];
+};
+
+constexpr RayTable MakeRayTable()
+{
+    RayTable table{};
+    for (int sq = 0; sq < 64; ++sq) {
+        for (int d = 0; d < 8; ++d) {
+            int n = 0;
+            int f = FileOf(sq) + KingSteps[d].file;
+            int r = RankOf(sq) + KingSteps[d].rank;
+            for (; OnBoard(f, r); f += KingSteps[d].file, r += KingSteps[d].rank)
+                table.squares[sq][d][n++] = int8_t(SquareOf(f, r));
+            table.squares[sq][d][n] = -1;
+        }
+    }
+    return table;
+}
+
+constexpr RayTable Rays = MakeRayTable();
+
 constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
 constexpr uint8_t CastleFlag[2][2] = {{DrvCastleWhiteShort, DrvCastleWhiteLong},
                                       {DrvCastleBlackShort, DrvCastleBlackLong}};
@@ -62,41 +86,35 @@ void PutPiece(Position& pos, int square, uint8_t code)
     }
 }
 
-int AddRay(const Position& pos, int from, Step step, Color own, uint8_t* targets, int n)
+int AddRay(const Position& pos, int from, int direction, Color own, uint8_t* targets, int n)
 {
-    int f = FileOf(from) + step.file;
-    int r = RankOf(from) + step.rank;
-    while (OnBoard(f, r)) {
-        const int sq = SquareOf(f, r);
-        const uint8_t code = pos.squares[sq];
-        if (IsPiece(code)) {
-            if (ColorOf(code) != own)
-                targets[n++] = uint8_t(sq);
+    const uint64_t ownMen = pos.occupied[own];
+    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+    for (const int8_t* sq = Rays.squares[from][direction]; *sq >= 0; ++sq) {
+        const uint64_t bit = uint64_t{1} << *sq;
+        if (bit & allMen) {
+            if (!(bit & ownMen))
+                targets[n++] = uint8_t(*sq);
             break;
         }
-        targets[n++] = uint8_t(sq);
-        f += step.file;
-        r += step.rank;
+        targets[n++] = uint8_t(*sq);
     }
     return n;
 }
 
 bool CanTake(const Position& pos, int sq, Color own)
 {
-    const uint8_t code = pos.squares[sq];
-    return !IsPiece(code) || ColorOf(code) != own;
+    return ((pos.occupied[own] >> sq) & 1) == 0;
 }
 
-bool RayHits(const Position& pos, int square, Step step, Color by, Kind slider)
+bool RayHits(const Position& pos, int square, int direction, Color by, Kind slider)
 {
-    int f = FileOf(square) + step.file;
-    int r = RankOf(square) + step.rank;
-    while (OnBoard(f, r)) {
-        const uint8_t code = pos.squares[SquareOf(f, r)];
-        if (IsPiece(code))
+    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+    for (const int8_t* sq = Rays.squares[square][direction]; *sq >= 0; ++sq) {
+        if ((uint64_t{1} << *sq) & allMen) {
+            const uint8_t code = pos.squares[*sq];
             return ColorOf(code) == by && (KindOf(code) == slider || KindOf(code) == Queen);
-        f += step.file;
-        r += step.rank;
+        }
     }
     return false;
 }
@@ -231,15 +249,15 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets)
         return n;
     case Bishop:
         for (int d = 1; d < 8; d += 2)
-            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+            n = AddRay(pos, from, d, own, targets, n);
         return n;
     case Rook:
         for (int d = 0; d < 8; d += 2)
-            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+            n = AddRay(pos, from, d, own, targets, n);
         return n;
     case Queen:
         for (int d = 0; d < 8; ++d)
-            n = AddRay(pos, from, KingSteps[d], own, targets, n);
+            n = AddRay(pos, from, d, own, targets, n);
         return n;
     case King:
         for (int d = 0; d < 8; ++d) {
@@ -271,7 +289,7 @@ bool IsAttacked(const Position& pos, int square, Color by)
         const int n = KingTable.to[square][d];
         if (n >= 0 && pos.squares[n] == PieceCode(by, King))
             return true;
-        if (RayHits(pos, square, KingSteps[d], by, (d & 1) ? Bishop : Rook))
+        if (RayHits(pos, square, d, by, (d & 1) ? Bishop : Rook))
             return true;
     }
     // A pawn of `by` attacks from one rank behind, seen from its own side.

@@ -244,7 +244,9 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     moves.clear();
     if (CountBits(game.initial.occupied[0]) > 16 || CountBits(game.initial.occupied[1]) > 16)
         return PackResult::TooManyMen;
-    if (!EncodeTree(game, moves, order))
+    const bool mayHaveComments = !game.longComments.empty() || !game.shortComments.empty();
+    int32_t mainLength = 0;
+    if (!EncodeTree(game, moves, mayHaveComments ? &order : nullptr, mainLength))
         return PackResult::TooManyMen;
     const GameSignature& signature = game.signature;
 
@@ -281,8 +283,8 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     for (int i = 0; i < SignatureKinds; ++i)
         wide = wide || signature.most[i] > 15;
     bool hasComments = false;
-    for (uint32_t node : order)
-        hasComments = hasComments || game.nodes[node].longComment != 0 || game.nodes[node].shortComment != 0;
+    for (size_t i = 0; mayHaveComments && i < order.size() && !hasComments; ++i)
+        hasComments = game.nodes[order[i]].longComment != 0 || game.nodes[order[i]].shortComment != 0;
     const bool setUp = !IsStandardStart(game.initial);
 
     ByteWriter writer(out);
@@ -309,7 +311,7 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
         for (int32_t part : h.date)
             writer.Signed(part);
     }
-    writer.Varint(uint32_t(MainLineLength(game)));
+    writer.Varint(uint32_t(mainLength));
     WriteCounts(writer, signature.least, wide);
     writer.U16(signature.homeAlways);
     if (ownBounds) {

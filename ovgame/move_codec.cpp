@@ -71,7 +71,8 @@ bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int
     return true;
 }
 
-bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order)
+bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>* order,
+                int32_t& mainLength)
 {
     struct Frame {
         uint32_t first;
@@ -79,17 +80,24 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
     };
     ByteWriter writer(out);
     std::vector<Frame> stack;
-    order.assign(1, 0);
+    if (order != nullptr)
+        order->assign(1, 0);
+    mainLength = 0;
     uint32_t current = 0;
     const auto emit = [&](uint32_t node) {
         const MoveToken& token = game.nodes[node].token;
-        writer.Bytes(token.bytes, token.length);
-        order.push_back(node);
+        writer.Byte(token.bytes[0]);
+        if (token.length > 1)
+            writer.Byte(token.bytes[1]);
+        if (order != nullptr)
+            order->push_back(node);
         return token.length != 0;
     };
     for (;;) {
         const uint32_t first = game.nodes[current].next;
         if (first != 0) {
+            // Side lines always have a frame on the stack.
+            mainLength += stack.empty();
             if (!emit(first))
                 return false;
             if (game.nodes[first].alt == 0) {

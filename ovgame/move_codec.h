@@ -23,9 +23,11 @@ constexpr uint8_t TokenLineStart = 0x81;  // second byte: a side line begins
 // destination has no code (more than 16 men of a side).
 MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion);
 
-// The tree of `game` as its nodes' tokens; `order` receives the nodes in the
-// order of their tokens (the root first). False when a move has no token.
-bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>& order);
+// The tree of `game` as its nodes' tokens; `order` (when not null) receives
+// the nodes in the order of their tokens (the root first), `mainLength` the
+// moves of the main line. False when a move has no token.
+bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>* order,
+                int32_t& mainLength);
 
 // Reads one move token of `pos` (the first byte already read as `first`).
 // False for a damaged token.
