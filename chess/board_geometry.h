@@ -13,7 +13,9 @@ inline constexpr std::array<int, 4> DiagonalSteps = {7, 9, -7, -9};
 inline constexpr std::array<int, 4> StraightSteps = {8, 1, -8, -1};
 inline constexpr std::array<int, 8> KnightSteps = {6, 15, 17, 10, -6, -15, -17, -10};
 // Queen and king: the diagonal steps, then the straight ones.
-inline constexpr std::array<int, 8> QueenSteps = {7, 9, -7, -9, 8, 1, -8, -1};
+inline constexpr std::array<int, 8> QueenSteps = {DiagonalSteps[0], DiagonalSteps[1], DiagonalSteps[2],
+                                                  DiagonalSteps[3], StraightSteps[0], StraightSteps[1],
+                                                  StraightSteps[2], StraightSteps[3]};
 inline constexpr int FirstStraightDirection = 4;
 
 constexpr int FileOf(int square) { return square & 7; }

@@ -8,6 +8,5 @@
 constexpr int MoveFrom(uint32_t move) { return static_cast<int>(move & 63); }
 constexpr int MoveTo(uint32_t move) { return static_cast<int>((move >> 8) & 63); }
 constexpr int MovePromotion(uint32_t move) { return static_cast<int>((move >> 14) & 3); }
-constexpr uint32_t MakeMoveWord(int from, int to) { return static_cast<uint32_t>(from | (to << 8)); }
 
 #endif
