@@ -8,24 +8,11 @@
 #include "orvan.h"
 #include "pgn/pgn_game.h"
 #include "pgn/read/game_builder.h"
+#include "pgn/read/text_tag_fields.h"
 #include "pgn/write/tag_formats.h"
 #include "siblings/game_driver.h"
 
 namespace {
-
-struct TextTag {
-    PgnTagNumber tag;
-    int32_t field;
-};
-
-constexpr TextTag TextTags[] = {
-    {TagEvent, HdrPlace},          {TagSite, HdrSite},
-    {TagWhite, HdrWhite},          {TagBlack, HdrBlack},
-    {TagWhiteCountry, HdrWhiteCountry}, {TagBlackCountry, HdrBlackCountry},
-    {TagWhiteTitle, HdrWhiteTitle}, {TagBlackTitle, HdrBlackTitle},
-    {TagEco, HdrKeycode},          {TagAnnotator, HdrAnnotator},
-    {TagRemark, HdrRemark},
-};
 
 const char* Tag(const PgnGame& pgn, PgnTagNumber tag)
 {
@@ -66,7 +53,7 @@ int32_t PgnTimeToMinutes(const char* text)
 
 void PutPgnHeader(const PgnGame& pgn, OvGameBuffer game)
 {
-    for (const TextTag& text : TextTags)
+    for (const TextTagField& text : TextTagFields)
         OvPutHeaderInfo(game, text.field, Tag(pgn, text.tag));
 
     if (TagIsSet(pgn, TagWhiteTime))

@@ -6,25 +6,12 @@
 #include "header/result_texts.h"
 #include "orvan.h"
 #include "pgn/pgn_game.h"
+#include "pgn/read/text_tag_fields.h"
 #include "pgn/write/game_to_pgn.h"
 #include "pgn/write/tag_formats.h"
 #include "siblings/game_driver.h"
 
 namespace {
-
-struct TextField {
-    PgnTagNumber tag;
-    int32_t field;
-};
-
-constexpr TextField TextFields[] = {
-    {TagEvent, HdrPlace},          {TagSite, HdrSite},
-    {TagWhite, HdrWhite},          {TagBlack, HdrBlack},
-    {TagWhiteCountry, HdrWhiteCountry}, {TagBlackCountry, HdrBlackCountry},
-    {TagWhiteTitle, HdrWhiteTitle}, {TagBlackTitle, HdrBlackTitle},
-    {TagEco, HdrKeycode},          {TagAnnotator, HdrAnnotator},
-    {TagRemark, HdrRemark},
-};
 
 char* Slot(PgnGame* pgn, PgnTagNumber tag)
 {
@@ -52,7 +39,7 @@ void MinutesToTimeTag(int32_t minutes, char* dest)
 
 void HeaderToTags(PgnGame* pgn, OvGameBuffer game)
 {
-    for (const TextField& text : TextFields)
+    for (const TextTagField& text : TextTagFields)
         OvGetHeaderInfo(game, text.field, Slot(pgn, text.tag), PGN_TAG_SIZE);
     PutNumberUnlessZero(pgn, TagWhiteElo, IGGameGetElo(game, 0));
     PutNumberUnlessZero(pgn, TagBlackElo, IGGameGetElo(game, 1));
