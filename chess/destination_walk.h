@@ -273,8 +273,10 @@ struct AnyDestinationSink {
 inline bool SideToMoveHasLegalMove(KingWatch& watch)
 {
     AnyDestinationSink sink;
+    const uint8_t* board = watch.position->board;
     for (int square = 0; square < 64; ++square)
-        if (VisitDestinations(watch, square, sink))
+        if ((watch.white ? IsWhiteMan(board[square]) : IsBlackMan(board[square])) &&
+            VisitDestinations(watch, square, sink))
             return true;
     return false;
 }
