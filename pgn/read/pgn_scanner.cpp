@@ -26,6 +26,17 @@ void SkipTokenRest(PgnInput& input)
     }
 }
 
+// Terminates an ordinary or glyph token; one that holds 255 characters has
+// the rest of its text thrown away.
+int32_t EndToken(PgnInput& input, char* token, int32_t length)
+{
+    if (length == MaxTokenLength) {
+        SkipTokenRest(input);
+    }
+    token[length] = '\0';
+    return length;
+}
+
 int32_t ReadGlyph(PgnInput& input, char* token)
 {
     int32_t length = 1;
@@ -37,11 +48,7 @@ int32_t ReadGlyph(PgnInput& input, char* token)
         }
         token[length++] = static_cast<char>(c);
     }
-    if (length == MaxTokenLength) {
-        SkipTokenRest(input);
-    }
-    token[length] = '\0';
-    return length;
+    return EndToken(input, token, length);
 }
 
 int32_t ReadOrdinary(PgnInput& input, char* token)
@@ -65,11 +72,7 @@ int32_t ReadOrdinary(PgnInput& input, char* token)
         }
         token[length++] = static_cast<char>(c);
     }
-    if (length == MaxTokenLength) {
-        SkipTokenRest(input);
-    }
-    token[length] = '\0';
-    return length;
+    return EndToken(input, token, length);
 }
 
 // A quoted string's value, behind the opening quote. Escapes are kept as they
