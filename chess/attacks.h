@@ -65,12 +65,20 @@ inline bool SquareAttacked(const uint8_t* board, int square)
     return false;
 }
 
-// The first square holding `code`, searching from square 0 upwards; 63 when
-// there is none, where a search through all squares ends.
-inline int FirstSquareHolding(const uint8_t* board, uint8_t code)
+// The first square holding `code`, searching from square 0 upwards; -1 when
+// there is none.
+inline int FindFirstSquare(const uint8_t* board, uint8_t code)
 {
     const void* found = std::memchr(board, code, 64);
-    return found ? static_cast<int>(static_cast<const uint8_t*>(found) - board) : 63;
+    return found ? static_cast<int>(static_cast<const uint8_t*>(found) - board) : -1;
+}
+
+// The same, but 63 when there is none, where a search through all squares
+// ends: the square the king tests look at when a side has no king.
+inline int FirstSquareHolding(const uint8_t* board, uint8_t code)
+{
+    const int square = FindFirstSquare(board, code);
+    return square < 0 ? 63 : square;
 }
 
 #endif

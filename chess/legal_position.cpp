@@ -1,6 +1,5 @@
 // The legality test of a whole position.
 #include <array>
-#include <cstring>
 
 #include "chess/attacks.h"
 #include "chess/piece_codes.h"
@@ -15,12 +14,6 @@ enum PositionVerdict : int32_t {
     PositionPawnOnEdgeRank = 3,
     PositionTooManyMen = 4,
 };
-
-int FirstKingSquare(const uint8_t* board, uint8_t king)
-{
-    const void* found = std::memchr(board, king, 64);
-    return found ? static_cast<int>(static_cast<const uint8_t*>(found) - board) : -1;
-}
 
 // Whether one side has more men of a kind than promotions can give it.
 bool TooManyMen(const std::array<int, 16>& count, uint8_t colourBit)
@@ -42,12 +35,12 @@ int32_t OvIsLegalPos(const sPosition* position)
         return PositionKingMissing;
     const uint8_t* board = position->board;
     const bool white = WhiteToMove(*position);
-    const int whiteKing = FirstKingSquare(board, OV_WHITE_KING);
+    const int whiteKing = FindFirstSquare(board, OV_WHITE_KING);
     if (whiteKing < 0)
         return PositionKingMissing;
     if (!white && SquareAttacked<false>(board, whiteKing))
         return PositionOpponentInCheck;
-    const int blackKing = FirstKingSquare(board, OV_BLACK_KING);
+    const int blackKing = FindFirstSquare(board, OV_BLACK_KING);
     if (blackKing < 0)
         return PositionKingMissing;
     if (white && SquareAttacked<true>(board, blackKing))
