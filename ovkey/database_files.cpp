@@ -70,11 +70,17 @@ int32_t IDIsDatabaseGamefile(uint32_t file)
     if (file == 0)
         return 0;
     return WithOpenDatabase(0, [&](KeyDatabase& database) {
+        const bool open = IGFileStatus(file, OvgFileOpen) != 0;
+        if (!open)
+            return 0;
+        if (file == database.ownGameFile || file == database.otherGameFile)
+            return file == database.ownGameFile ? 1 : 0;
         std::array<char, 4096> path{};
         const int32_t length = OvgGetGamefilePath(file, path.data(), static_cast<int32_t>(path.size()));
-        if (length <= 0 || length >= static_cast<int32_t>(path.size()))
-            return 0;
-        return SameFile(path.data(), database.paths.gameFile) ? 1 : 0;
+        const bool own = length > 0 && length < static_cast<int32_t>(path.size()) &&
+                         SameFile(path.data(), database.paths.gameFile);
+        (own ? database.ownGameFile : database.otherGameFile) = file;
+        return own ? 1 : 0;
     });
 }
 

@@ -1,4 +1,5 @@
 // Storing a game in the database's game file and filing it under its key.
+#include "ovkey/game_lists.h"
 #include "ovkey/key_record.h"
 #include "ovkey/open_database.h"
 #include "siblings/game_driver.h"
@@ -42,8 +43,9 @@ int32_t OvkSaveToDatabase(uint32_t game, uint32_t file, int32_t reserved1, int32
         int32_t number = 0;
         if (OvgWriteGame(game, file, 0, &number) == 0 || number <= 0)
             return 0;
+        DropFilingsFrom(database, number);
         if (key != 0)
-            database.fileGame.Reset().Bind(1, key).Bind(2, number).Run();
+            FileGame(database, file, key, number);
         return number;
     });
 }

@@ -22,7 +22,7 @@ KeyPosition KeyPositionOf(const BoardRecord& board);
 // border, its reserved part); `ply` is the half-moves played before it.
 void PutKeyPosition(const KeyPosition& position, int32_t plies, BoardRecord& board);
 
-// A 64-bit hash of the position, for the indexed lookup.
+// A 64-bit hash of the position, for the lookup in memory.
 int64_t KeyPositionHash(const KeyPosition& position);
 
 }  // namespace ovkey

@@ -58,18 +58,11 @@ int32_t CountGames(KeyDatabase& database, int32_t key)
 int32_t KeyAtPosition(KeyDatabase& database, const BoardRecord& board)
 {
     const KeyPosition position = KeyPositionOf(board);
-    const int64_t hash = KeyPositionHash(position);
-    if (!database.positionHashes.contains(hash))
-        return 0;
-    Statement& candidates = database.keysAtHash;
-    candidates.Reset().Bind(1, hash);
+    const auto [first, last] = database.positions.equal_range(KeyPositionHash(position));
     int32_t key = 0;
-    while (key == 0 && candidates.Step()) {
-        const auto stored = candidates.Blob(1);
-        if (std::equal(stored.begin(), stored.end(), position.begin(), position.end()))
-            key = static_cast<int32_t>(candidates.Int(0));
-    }
-    candidates.Reset();
+    for (auto known = first; known != last; ++known)
+        if (known->second.position == position && (key == 0 || known->second.key < key))
+            key = known->second.key;
     return key;
 }
 

@@ -21,7 +21,6 @@ int32_t AddKey(const NewKey& key)
         level = parent.level + 1;
     }
     const KeyPosition position = KeyPositionOf(*key.board);
-    const int64_t hash = KeyPositionHash(position);
     const std::vector<PackedMove> line(key.line.begin(), key.line.end());
     Statement& insert = database->insertKey;
     insert.Reset()
@@ -31,14 +30,14 @@ int32_t AddKey(const NewKey& key)
         .Bind(4, key.code.substr(0, kKeyTextLength))
         .Bind(5, key.name.substr(0, kKeyTextLength))
         .Bind(6, key.remark.substr(0, kKeyTextLength))
-        .Bind(7, hash)
-        .BindBlob(8, position)
-        .BindBlob(9, LineBytes(line));
+        .BindBlob(7, position)
+        .BindBlob(8, LineBytes(line));
     if (!insert.Run())
         return 0;
-    database->positionHashes.insert(hash);
+    const auto number = static_cast<int32_t>(sqlite3_last_insert_rowid(database->connection.get()));
+    database->positions.emplace(KeyPositionHash(position), KeyDatabase::KnownPosition{number, position});
     database->longestLine = std::max(database->longestLine, static_cast<int32_t>(line.size()));
-    return static_cast<int32_t>(sqlite3_last_insert_rowid(database->connection.get()));
+    return number;
 }
 
 KeyTreeBatch::KeyTreeBatch()

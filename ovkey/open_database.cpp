@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
+#include "ovkey/game_lists.h"
 #include "siblings/key_database.h"
 
 namespace ovkey {
@@ -34,8 +37,7 @@ constexpr const char* kTreeSchema =
     "CREATE TABLE IF NOT EXISTS main.keys("
     "  id INTEGER PRIMARY KEY, parent INTEGER NOT NULL, level INTEGER NOT NULL,"
     "  plies INTEGER NOT NULL, code TEXT NOT NULL, name TEXT NOT NULL, remark TEXT NOT NULL,"
-    "  hash INTEGER NOT NULL, position BLOB NOT NULL, line BLOB NOT NULL);"
-    "CREATE INDEX IF NOT EXISTS main.keys_by_hash ON keys(hash);"
+    "  position BLOB NOT NULL, line BLOB NOT NULL);"
     "CREATE INDEX IF NOT EXISTS main.keys_by_parent ON keys(parent, code, id);"
     "CREATE INDEX IF NOT EXISTS main.keys_by_code ON keys(code, id);";
 
@@ -45,7 +47,7 @@ constexpr const char* kListsSchema =
     "CREATE TABLE IF NOT EXISTS lists.meta(name TEXT PRIMARY KEY, value);"
     "CREATE TABLE IF NOT EXISTS lists.games("
     "  key INTEGER NOT NULL, game INTEGER NOT NULL, PRIMARY KEY(key, game)) WITHOUT ROWID;"
-    "INSERT OR IGNORE INTO lists.meta VALUES('deleted', 0);";
+    "INSERT OR IGNORE INTO lists.meta VALUES('deleted', 0), ('highest', 0);";
 
 // Makes the tables of one file of the database. A file without any table is
 // new: it is made only when `create` is set, and marked with its format. A
@@ -77,7 +79,6 @@ void PrepareStatements(KeyDatabase& d)
     sqlite3* db = d.connection.get();
     d.keyRow = Statement(db, "SELECT parent, level, code, name, remark, position, line "
                              "FROM keys WHERE id = ?1");
-    d.keysAtHash = Statement(db, "SELECT id, position FROM keys WHERE hash = ?1 ORDER BY id");
     d.childrenCount = Statement(db, "SELECT count(*) FROM keys WHERE parent = ?1");
     d.gamesCount = Statement(db, "SELECT count(*) FROM lists.games WHERE key = ?1");
     d.firstChild = Statement(db, "SELECT id FROM keys WHERE parent = ?1 ORDER BY code, id LIMIT 1");
@@ -92,14 +93,14 @@ void PrepareStatements(KeyDatabase& d)
                                  "ORDER BY code, id LIMIT 1");
     d.previousByCode = Statement(db, "SELECT id FROM keys WHERE (code, id) < (?1, ?2) "
                                      "ORDER BY code DESC, id DESC LIMIT 1");
-    d.insertKey = Statement(db, "INSERT INTO keys(parent, level, plies, code, name, remark, hash, "
-                                "position, line) VALUES(?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9)");
+    d.insertKey = Statement(db, "INSERT INTO keys(parent, level, plies, code, name, remark, "
+                                "position, line) VALUES(?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
     d.fileGame = Statement(db, "INSERT OR IGNORE INTO lists.games(key, game) VALUES(?1, ?2)");
 }
 
 bool AllPrepared(const KeyDatabase& d)
 {
-    for (const Statement* s : {&d.keyRow, &d.keysAtHash, &d.childrenCount, &d.gamesCount,
+    for (const Statement* s : {&d.keyRow, &d.childrenCount, &d.gamesCount,
                                &d.firstChild, &d.lastChild, &d.nextSibling, &d.previousSibling,
                                &d.firstByCode, &d.nextByCode, &d.previousByCode, &d.insertKey,
                                &d.fileGame})
@@ -118,7 +119,10 @@ std::recursive_mutex& KeyDatabaseMutex()
 
 KeyDatabase* OpenKeyDatabase()
 {
-    return TheDatabase().get();
+    KeyDatabase* database = TheDatabase().get();
+    if (database != nullptr)
+        WritePendingFilings(*database, false);
+    return database;
 }
 
 int32_t OpenKeyFiles(const KeyFilePaths& paths, bool create)
@@ -147,6 +151,8 @@ int32_t OpenKeyFiles(const KeyFilePaths& paths, bool create)
     PrepareStatements(*database);
     if (!AllPrepared(*database))
         return OVK_OPEN_FAILED;
+    Statement highest(db, "SELECT value FROM lists.meta WHERE name = 'highest'");
+    database->highestFiled = highest.Step() ? static_cast<int32_t>(highest.Int(0)) : 0;
     database->paths = paths;
     database->generation = NextGeneration();
     ReloadKeyIndex(*database);
@@ -158,6 +164,7 @@ bool CloseKeyDatabase()
 {
     if (!TheDatabase())
         return false;
+    WritePendingFilings(*TheDatabase(), true);
     if (TheDatabase()->fileActionDepth > 0)
         Execute(TheDatabase()->connection.get(), "COMMIT");
     TheDatabase().reset();
@@ -166,10 +173,15 @@ bool CloseKeyDatabase()
 
 void ReloadKeyIndex(KeyDatabase& database)
 {
-    database.positionHashes.clear();
-    Statement hashes(database.connection.get(), "SELECT hash FROM keys");
-    while (hashes.Step())
-        database.positionHashes.insert(hashes.Int(0));
+    database.positions.clear();
+    Statement keys(database.connection.get(), "SELECT id, position FROM keys");
+    while (keys.Step()) {
+        KeyDatabase::KnownPosition known{static_cast<int32_t>(keys.Int(0)), {}};
+        const auto stored = keys.Blob(1);
+        std::copy_n(stored.begin(), std::min(stored.size(), known.position.size()),
+                    known.position.begin());
+        database.positions.emplace(KeyPositionHash(known.position), known);
+    }
     Statement longest(database.connection.get(), "SELECT coalesce(max(plies), -1) FROM keys");
     database.longestLine = longest.Step() ? static_cast<int32_t>(longest.Int(0)) : -1;
     database.cache.Clear();

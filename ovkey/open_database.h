@@ -8,10 +8,13 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "ovkey/key_cache.h"
 #include "ovkey/key_files.h"
+#include "ovkey/key_position.h"
 #include "ovkey/sqlite_handle.h"
 
 namespace ovkey {
@@ -19,15 +22,27 @@ namespace ovkey {
 struct KeyDatabase {
     Connection connection;
     KeyFilePaths paths;
-    // Hashes of every key position: a lookup that misses here costs no query.
-    std::unordered_set<int64_t> positionHashes;
+    // Every key's position by its hash, so that a lookup asks no file.
+    struct KnownPosition {
+        int32_t key;
+        KeyPosition position;
+    };
+    std::unordered_multimap<int64_t, KnownPosition> positions;
     int32_t longestLine = -1;  // half-moves of the longest key line, -1 without keys
     KeyCache cache;
     int32_t fileActionDepth = 0;
+    // Games filed during a bulk operation on the game file `pendingFile`,
+    // waiting for it to end (key, game number).
+    uint32_t pendingFile = 0;
+    std::vector<std::pair<int32_t, int32_t>> pendingFilings;
+    int32_t highestFiled = 0;  // the highest game number filed
+    // The game file handles last found to be and not to be the database's own:
+    // a handle names one file for as long as it is open.
+    uint32_t ownGameFile = 0;
+    uint32_t otherGameFile = 0;
     uint64_t generation = 0;   // tells one opening from the next
 
     Statement keyRow;          // one key by number
-    Statement keysAtHash;      // keys whose position has a hash, by number
     Statement childrenCount;
     Statement gamesCount;
     Statement firstChild;      // sibling order
@@ -47,6 +62,8 @@ std::recursive_mutex& KeyDatabaseMutex();
 using KeyDatabaseLock = std::lock_guard<std::recursive_mutex>;
 
 // The open database, null when none is open. Only with KeyDatabaseMutex held.
+// Games filed during a bulk operation that has ended since are written to the
+// game lists first, so that every reader sees them.
 KeyDatabase* OpenKeyDatabase();
 
 // Runs `work(database)` with the lock held when a database is open, else

@@ -153,6 +153,39 @@ TEST_F(GameFiling, ManyGamesAreVisitedAcrossRounds)
     EXPECT_EQ(count, 1200);
 }
 
+TEST_F(GameFiling, GamesOfABulkOperationAreListedWhenItEnds)
+{
+    ASSERT_EQ(OvgFileAction(file, 1), 1);
+    const int32_t first = Save({"d2d4", "d7d5"});
+    const int32_t second = Save({"d2d4", "d7d5"});
+    // Until the game file commits them, the lists do not name them.
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{}));
+    ASSERT_EQ(OvgFileAction(file, 0), 1);
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second}));
+
+    // Closing the database writes what still waits.
+    ASSERT_EQ(OvgFileAction(file, 1), 1);
+    const int32_t third = Save({"d2d4", "d7d5"});
+    ASSERT_EQ(IDCloseBase(0), 1);
+    ASSERT_EQ(OvgFileAction(file, 0), 1);
+    ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second, third}));
+}
+
+TEST_F(GameFiling, NumbersGivenOutAgainDropWhatTheyNamed)
+{
+    Save({"e2e4", "c7c5", "g1f3"});
+    Save({"e2e4", "c7c5", "g1f3"});
+    Save({"d2d4", "d7d5"});
+    // The game file is made anew: its numbers start again at 1.
+    ASSERT_EQ(OvgCloseGamefile(file), 1);
+    file = OvgOpenGamefile(gameFile.c_str(), 1);
+    ASSERT_NE(file, 0u);
+    EXPECT_EQ(Save({"e2e4", "e7e5"}), 1);
+    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{1}));
+    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{1}));
+}
+
 TEST_F(GameFiling, SetUpGamesAreStoredButNotFiled)
 {
     BoardLine line = PlayLine({"e2e4"});
