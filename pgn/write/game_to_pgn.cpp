@@ -59,6 +59,9 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
     const uint32_t root = IGGameGetFirstMove(game);
     if (root == 0)
         return 1;
+    // The store fills at most OvgLongCommentBlockSize bytes and leaves out
+    // the lines that do not fit, so a root comment longer than the block is
+    // lost, never written past it.
     CommentBlocks blocks;
     if (GetLComment(root, blocks.lines) != 0)
         StoreLongComment(pgn, 0, blocks.lines, sizeof blocks.lines);
@@ -95,6 +98,9 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
                 if (index > lineStart)
                     pgn->moves[index - 1] |= MoveLineEnd;
                 else if (!mainLine)
+                    // An alternative of which nothing is stored: the mark that
+                    // announced it would lead a reader of the tree to the
+                    // next line instead, so it goes.
                     pgn->moves[markedEntry] &= static_cast<PackedMove>(~MoveBranch);
                 break;
             }

@@ -14,15 +14,6 @@ std::string Translate(const CodePageTable& table, std::string text)
     return text;
 }
 
-TEST(CodePages, SharedLowerHalfKeepsAsciiAndMarksControls)
-{
-    for (int byte = 0; byte < 0x80; ++byte) {
-        const bool printable = byte >= 0x20 && byte < 0x7F;
-        EXPECT_EQ(OemToAnsiTable[byte], byte == 0 || printable ? byte : 0xB0) << byte;
-        EXPECT_EQ(AnsiToOemTable[byte], byte == 0 || printable ? byte : 0xFA) << byte;
-    }
-}
-
 TEST(CodePages, AccentedLettersSurviveTheRoundTripWhereBothPagesHaveThem)
 {
     // é ü ä Ñ ½ « in ANSI, and their OEM codes.
@@ -81,14 +72,10 @@ TEST(CodePages, BoundedCopyCutsTerminatesAndChains)
 
     EXPECT_EQ(OemToAnsiCopy(buffer, nullptr, 8), buffer);
     EXPECT_STREQ(buffer, "");
-}
 
-TEST(CodePages, UnboundedCopyTranslatesTheWholeText)
-{
-    const std::string oem(300, '\x84');
-    std::string ansi(301, 'x');
-    OemToAnsiCopyAll(ansi.data(), oem.c_str());
-    EXPECT_EQ(ansi, std::string(300, '\xE4') + '\0');
+    std::string all(300, 'x');
+    OemToAnsiCopyAll(all.data(), std::string(299, '\x84').c_str());
+    EXPECT_EQ(all, std::string(299, '\xE4') + '\0');
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <memory>
 #include <unistd.h>
 
 #include "pgn/pgn_game.h"
@@ -23,18 +21,13 @@ int32_t Collect(PgnGame* game, int32_t, int32_t, intptr_t context)
     return collector.games.size() < collector.limit ? 1 : 0;
 }
 
-std::vector<GameSnapshot> ReadSource(const PgnSource& source, size_t limit)
+std::vector<GameSnapshot> Read(const PgnSource& source, size_t limit)
 {
     PgnGameStorage storage;
     Collector collector{{}, limit};
-    if (storage.Allocated())
-        PgnReadGames(source, storage.Game(), 0, "NBRQK", Collect, reinterpret_cast<intptr_t>(&collector));
+    PgnReadGames(source, storage.Game(), 0, "NBRQK", Collect, reinterpret_cast<intptr_t>(&collector));
     return collector.games;
 }
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 }  // namespace
 
@@ -47,7 +40,7 @@ GameSnapshot Snapshot(const PgnGame& game)
     snapshot.moveCount = game.moveCount;
     snapshot.treeCount = game.treeCount;
     snapshot.firstMoveNumber = game.firstMoveNumber;
-    snapshot.position = *game.position;
+    snapshot.position.assign(reinterpret_cast<const char*>(game.position), sizeof(sPosition));
     const uint32_t entries = game.treeCount != 0 ? game.treeCount : game.moveCount;
     snapshot.moves.assign(game.moves, game.moves + entries);
     for (uint32_t index = 0; index <= entries; ++index) {
@@ -61,29 +54,29 @@ GameSnapshot Snapshot(const PgnGame& game)
 
 std::vector<GameSnapshot> ReadPgnFile(const std::string& path, size_t limit)
 {
-    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
-    if (!file)
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr)
         return {};
     PgnSource source;
-    source.file = file.get();
-    return ReadSource(source, limit);
+    source.file = file;
+    std::vector<GameSnapshot> games = Read(source, limit);
+    std::fclose(file);
+    return games;
 }
 
 std::vector<GameSnapshot> ReadPgnText(std::string_view text)
 {
-    std::string terminated(text);
+    const std::string terminated(text);
     PgnSource source;
     source.text = terminated.c_str();
     source.size = static_cast<int32_t>(terminated.size() + 1);
-    return ReadSource(source, SIZE_MAX);
+    return Read(source, SIZE_MAX);
 }
 
 HGLOBAL MemoryText(std::string_view text)
 {
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    auto* data = static_cast<char*>(GlobalLock(block));
-    std::memcpy(data, text.data(), text.size());
-    data[text.size()] = '\0';
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, text.size() + 1);
+    std::memcpy(GlobalLock(block), text.data(), text.size());
     GlobalUnlock(block);
     return block;
 }
@@ -103,10 +96,4 @@ ScratchPath::ScratchPath(const std::string& name)
 {
     std::filesystem::remove_all(directory_);
     std::filesystem::create_directories(directory_);
-}
-
-ScratchPath::~ScratchPath()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(directory_, ignored);
 }

@@ -1,6 +1,5 @@
-// PGN games as the reader sees them, kept in a form that the round trip
-// tests compare: tags, the flat move tree with its markers, glyphs and
-// comments by annotation index.
+// PGN games as the reader sees them, in a form the tests compare, and small
+// helpers for memory texts and scratch files.
 #ifndef ORVAN_TESTS_IMPORT_EXPORT_PGN_SNAPSHOT_H
 #define ORVAN_TESTS_IMPORT_EXPORT_PGN_SNAPSHOT_H
 
@@ -20,7 +19,7 @@ struct GameSnapshot {
     uint32_t moveCount = 0;
     uint32_t treeCount = 0;
     uint32_t firstMoveNumber = 0;
-    sPosition position{};
+    std::string position;           // the 70 bytes of the start position
     std::vector<PackedMove> moves;  // all entries of the tree, markers included
     std::map<uint32_t, uint16_t> nags;         // by annotation index, set ones only
     std::map<uint32_t, std::string> comments;  // by annotation index
@@ -28,29 +27,22 @@ struct GameSnapshot {
     const std::string& Tag(int32_t number) const { return tags[number - 1]; }
 };
 
-// Every game of the PGN file at `path` (at most `limit` of them).
-std::vector<GameSnapshot> ReadPgnFile(const std::string& path, size_t limit = SIZE_MAX);
-
-// Every game of a PGN text.
-std::vector<GameSnapshot> ReadPgnText(std::string_view text);
-
-// The snapshot of one record, as a reader or a conversion left it.
 GameSnapshot Snapshot(const PgnGame& game);
+
+// Every game of a PGN file (at most `limit`), or of a text.
+std::vector<GameSnapshot> ReadPgnFile(const std::string& path, size_t limit = SIZE_MAX);
+std::vector<GameSnapshot> ReadPgnText(std::string_view text);
 
 // A movable memory block holding `text` and a NUL; the caller frees it.
 HGLOBAL MemoryText(std::string_view text);
-
 // The text of a movable memory block up to its first NUL.
 std::string TextOfBlock(HGLOBAL block);
 
-// A path for a scratch file in a directory of its own, which the destructor
-// removes with everything the store put beside the file.
+// A file path in a directory of its own, removed with all its content.
 class ScratchPath {
 public:
     explicit ScratchPath(const std::string& name);
-    ~ScratchPath();
-    ScratchPath(const ScratchPath&) = delete;
-    ScratchPath& operator=(const ScratchPath&) = delete;
+    ~ScratchPath() { std::filesystem::remove_all(directory_); }
     const char* c_str() const { return path_.c_str(); }
     const std::string& str() const { return path_; }
 
