@@ -1,0 +1,136 @@
+// Header matching on game buffers of the real game store: what each field
+// reads and how each operator compares, one condition at a time.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "search/header_match.h"
+#include "search/query.h"
+#include "search/query_builder.h"
+#include "siblings/game_driver.h"
+
+namespace {
+
+struct MatchCase {
+    const char* name;
+    std::function<void(OvGameBuffer)> setUp;  // on an erased game
+    int32_t field;
+    int32_t op;
+    const char* value;
+    int32_t includeDeleted;
+    int32_t hit;
+};
+
+void Date(OvGameBuffer game, int32_t year, int32_t month, int32_t day)
+{
+    const int32_t triple[3] = {year, month, day};
+    IGGamePutDate(game, triple);
+}
+
+void Elos(OvGameBuffer game, int32_t white, int32_t black)
+{
+    IGGamePutElo(game, 0, white);
+    IGGamePutElo(game, 1, black);
+}
+
+void Players(OvGameBuffer game, const char* white, const char* black)
+{
+    IGGamePutPlayer(game, 0, white);
+    IGGamePutPlayer(game, 1, black);
+}
+
+// Knights out and back: `plies` half-moves of the main line.
+void KnightDance(OvGameBuffer game, int plies)
+{
+    const MoveXY moves[4] = {{7, 1, 6, 3, 0}, {7, 8, 6, 6, 0}, {6, 3, 7, 1, 0}, {6, 6, 7, 8, 0}};
+    for (int ply = 0; ply < plies; ++ply) {
+        MoveXY move = moves[ply % 4];
+        ASSERT_NE(LegalMove(game, &move), 0);
+        ASSERT_EQ(AcceptMove(game, &move), 1);
+    }
+}
+
+TEST(HeaderMatchOnStore, EachFieldAndOperator)
+{
+    const auto none = [](OvGameBuffer) {};
+    const MatchCase cases[] = {
+        {"year holds for every date of it", [](OvGameBuffer g) { Date(g, 1997, 12, 31); }, QfDate, QopEquals, "1997", 0, 1},
+        {"year holds for a year alone", [](OvGameBuffer g) { Date(g, 1997, 0, 0); }, QfDate, QopEquals, "1997", 0, 1},
+        {"month holds without a day", [](OvGameBuffer g) { Date(g, 1997, 5, 0); }, QfDate, QopEquals, "5.1997", 0, 1},
+        {"other month", [](OvGameBuffer g) { Date(g, 1997, 6, 1); }, QfDate, QopEquals, "5.1997", 0, 0},
+        {"full date needs the day", [](OvGameBuffer g) { Date(g, 1997, 5, 0); }, QfDate, QopEquals, "12.5.1997", 0, 0},
+        {"no date lies before all", none, QfDate, QopBeginsWith, "1900", 0, 1},
+        {"month 13 reads as 0", [](OvGameBuffer g) { Date(g, 1997, 13, 5); }, QfDate, QopEquals, "1997", 0, 1},
+        {"later year", [](OvGameBuffer g) { Date(g, 2001, 1, 1); }, QfDate, QopNotContains, "2000", 0, 1},
+        {"0 moves", none, QfMoves, QopEquals, "0", 0, 1},
+        {"1 half-move is 1 move", [](OvGameBuffer g) { KnightDance(g, 1); }, QfMoves, QopEquals, "1", 0, 1},
+        {"2 half-moves are 1 move", [](OvGameBuffer g) { KnightDance(g, 2); }, QfMoves, QopEquals, "1", 0, 1},
+        {"3 half-moves are 2 moves", [](OvGameBuffer g) { KnightDance(g, 3); }, QfMoves, QopEquals, "2", 0, 1},
+        {"79 half-moves are 40 moves", [](OvGameBuffer g) { KnightDance(g, 79); }, QfMoves, QopEquals, "40", 0, 1},
+        {"80 half-moves are 40 moves", [](OvGameBuffer g) { KnightDance(g, 80); }, QfMoves, QopEquals, "40", 0, 1},
+        {"both Elo equal the query", [](OvGameBuffer g) { Elos(g, 2400, 2400); }, QfElo, QopNotEquals, "2400", 0, 0},
+        {"one Elo differs", [](OvGameBuffer g) { Elos(g, 2400, 2500); }, QfElo, QopNotEquals, "2400", 0, 1},
+        {"one Elo high enough", [](OvGameBuffer g) { Elos(g, 1000, 2500); }, QfElo, QopNotBeginsWith, "2500", 0, 1},
+        {"no Elo high enough", [](OvGameBuffer g) { Elos(g, 2499, 1000); }, QfElo, QopNotBeginsWith, "2500", 0, 0},
+        {"Elo 0 is below", none, QfElo, QopBeginsWith, "2000", 0, 1},
+        {"Black Elo alone", [](OvGameBuffer g) { Elos(g, 2600, 1500); }, QfBlackElo, QopContains, "1500", 0, 1},
+        {"White not Alpha, Black is", [](OvGameBuffer g) { Players(g, "Beta", "Alpha"); }, QfWhite, QopNotEquals, "Alpha", 0, 1},
+        {"no player Alpha", [](OvGameBuffer g) { Players(g, "Beta", "Gamma"); }, QfPlayer, QopNotEquals, "alpha", 0, 1},
+        {"a player Alpha", [](OvGameBuffer g) { Players(g, "Beta", "ALPHA"); }, QfPlayer, QopEquals, "Alpha", 0, 1},
+        {"player Alpha excluded", [](OvGameBuffer g) { Players(g, "Alpha", "Beta"); }, QfPlayer, QopNotEquals, "Alpha", 0, 0},
+        {"empty player asked", none, QfBlack, QopEquals, "", 0, 1},
+        {"not empty player asked", none, QfBlack, QopNotEquals, "", 0, 0},
+        {"u umlaut never fits", [](OvGameBuffer g) { Players(g, "M\x81ller", ""); }, QfWhite, QopEquals, "M\xFCller", 0, 0},
+        {"the rest of the name fits", [](OvGameBuffer g) { Players(g, "M\x81ller", ""); }, QfWhite, QopContains, "LLER", 0, 1},
+        {"n tilde fits", [](OvGameBuffer g) { Players(g, "Pe\xA4" "a", ""); }, QfPlayer, QopEquals, "pe\xF1" "a", 0, 1},
+        {"country of either", [](OvGameBuffer g) { IGGamePutCountry(g, 1, "NOR"); }, QfCountry, QopEquals, "nor", 0, 1},
+        {"title begins", [](OvGameBuffer g) { IGGamePutTitle(g, 0, "WGM"); }, QfWhiteTitle, QopNotBeginsWith, "GM", 0, 1},
+        {"key code", [](OvGameBuffer g) { IGGamePutKeycode(g, "B90"); }, QfKeycode, QopBeginsWith, "b9", 0, 1},
+        {"event contains", [](OvGameBuffer g) { IGGamePutPlace(g, "Geneva Open"); }, QfPlace, QopContains, "OPEN", 0, 1},
+        {"site", [](OvGameBuffer g) { IGGamePutSite(g, "Oslo"); }, QfSite, QopNotContains, "osl", 0, 0},
+        {"annotator", [](OvGameBuffer g) { IGGamePutAnnotator(g, "Kim"); }, QfAnnotator, QopEquals, "kim", 0, 1},
+        {"remark", [](OvGameBuffer g) { IGGamePutRemark(g, "blitz"); }, QfRemark, QopContains, "lit", 0, 1},
+        {"round", [](OvGameBuffer g) { IGGamePutRound(g, 7); }, QfRound, QopNotContains, "6", 0, 1},
+        {"load number", [](OvGameBuffer g) { IGGamePutSourceLoadnumber(g, 12); }, QfLoadnumber, QopEquals, "12", 0, 1},
+        {"no result is *", none, QfResult, QopEquals, "*", 0, 1},
+        {"a result is not *", [](OvGameBuffer g) { IGGamePutResult(g, 3, 0); }, QfResult, QopNotEquals, "*", 0, 1},
+        {"black won", [](OvGameBuffer g) { IGGamePutResult(g, 3, 0); }, QfResult, QopContains, "0-1", 0, 1},
+        {"draw is no white win", [](OvGameBuffer g) { IGGamePutResult(g, 2, 0); }, QfResult, QopEquals, "1-0", 0, 0},
+        {"unknown field", none, 23, QopEquals, "x", 0, 0},
+        {"deleted game left out", [](OvGameBuffer g) { IGGamePutStatus(g, OvgStatusDeleted, 1); }, QfResult, QopEquals, "*", 0, 0},
+        {"deleted game included", [](OvGameBuffer g) { IGGamePutStatus(g, OvgStatusDeleted, 1); }, QfResult, QopEquals, "*", 1, 1},
+    };
+    const OvGameBuffer game = IGGameOpenGame();
+    ASSERT_NE(game, 0u);
+    for (const MatchCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        NewGameErase(game);
+        c.setUp(game);
+        sQuery host = MakeQuery(QueryHeader, c.includeDeleted);
+        SetCondition(host, 0, 0, c.field, c.op, c.value);
+        sQuery prepared;
+        int32_t groups = 0;
+        int32_t conditions = 0;
+        PrepareQuery(&prepared, &host, &groups, &conditions);
+        ASSERT_EQ(groups, 1);
+        EXPECT_EQ(MatchGame(game, prepared, groups, conditions), c.hit);
+    }
+    IGGameCloseGame(game);
+}
+
+TEST(HeaderMatchOnStore, QueriesWithoutLiveConditions)
+{
+    const OvGameBuffer game = IGGameOpenGame();
+    sQuery prepared = MakeQuery(QueryHeader, 0);
+    for (int32_t deleted : {0, 1}) {
+        IGGamePutStatus(game, OvgStatusDeleted, deleted);
+        prepared.includeDeleted = 0;
+        EXPECT_EQ(MatchGame(game, prepared, 0, 0), deleted == 0 ? 1 : 0);
+        prepared.includeDeleted = 1;
+        EXPECT_EQ(MatchGame(game, prepared, 0, 0), 0);
+    }
+    IGGameCloseGame(game);
+}
+
+}  // namespace
