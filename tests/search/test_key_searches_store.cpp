@@ -1,0 +1,180 @@
+// The key searches on the real key database: a small opening tree, the
+// games of a corpus prefix filed under it, and the searches checked against
+// the key database's own game lists and a walk through each game.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "orvan.h"
+#include "ovkey/eco_tree/eco_tree.h"
+#include "siblings/game_driver.h"
+#include "siblings/key_database.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
+constexpr int PrefixGames = 800;
+
+constexpr PackedMove Move(int from, int to) { return static_cast<PackedMove>(from | (to << 8)); }
+constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36, B1 = 1, C3 = 18;
+
+struct KeyHits {
+    std::vector<int32_t> numbers;
+    std::vector<uint32_t> games;
+    int32_t total = -1;
+    int calls = 0;
+    sPosition wanted{};
+    int woundRight = 0;  // hit calls whose game stood on `wanted`
+};
+
+int32_t CollectKeyHits(uint32_t game, int32_t number, int32_t total, intptr_t user)
+{
+    auto& hits = *reinterpret_cast<KeyHits*>(user);
+    ++hits.calls;
+    hits.total = total;
+    if (game == 0)
+        return 1;
+    hits.numbers.push_back(number);
+    hits.games.push_back(game);
+    sPosition here;
+    if (game != 1 && OvGetCurrentPos(game, &here) == 1 && std::memcmp(&here, &hits.wanted, sizeof here) == 0)
+        ++hits.woundRight;
+    return 1;
+}
+
+// Plays coordinate moves from the start in a fresh game buffer.
+void PlayFromStart(OvGameBuffer game, std::initializer_list<PackedMove> moves)
+{
+    NewGameErase(game);
+    for (const PackedMove move : moves) {
+        MoveXY xy{(move & 7) + 1, ((move >> 3) & 7) + 1, ((move >> 8) & 7) + 1, ((move >> 11) & 7) + 1, 0};
+        ASSERT_NE(LegalMove(game, &xy), 0);
+        ASSERT_EQ(AcceptMove(game, &xy), 1);
+    }
+}
+
+class KeySearches : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!fs::exists(CorpusPath))
+            GTEST_SKIP() << "corpus not found at " << CorpusPath;
+        char pattern[] = "/tmp/search-keys-XXXXXX";
+        directory = mkdtemp(pattern);
+        const fs::path gamePath = directory / "games.ovg";
+        ASSERT_EQ(OvOpenDatabase(gamePath.c_str(), OV_KEYDB_CREATE), 1);
+        const std::vector<ovkey::EcoLine> lines = {
+            {"B20", "Sicilian", {Move(E2, E4), Move(C7, C5)}},
+            {"B27", "Sicilian: 2.Nf3", {Move(E2, E4), Move(C7, C5), Move(G1, F3)}},
+            {"C20", "Open game", {Move(E2, E4), Move(E7, E5)}},
+        };
+        ASSERT_EQ(ovkey::BuildEcoTree(lines).keys, 4);
+
+        const fs::path pgnPath = directory / "prefix.pgn";
+        {
+            std::ifstream in(CorpusPath, std::ios::binary);
+            std::ofstream out(pgnPath, std::ios::binary);
+            std::string line;
+            for (int games = 0; std::getline(in, line);) {
+                if (line.starts_with("[Event ") && ++games > PrefixGames)
+                    break;
+                out << line << '\n';
+            }
+        }
+        file = OvOpenGamefile(gamePath.c_str());
+        ASSERT_NE(file, 0u);
+        OvPgnImport(pgnPath.c_str(), file, 0, nullptr, nullptr, 0);
+        ASSERT_EQ(OvGetGamesCount(file), PrefixGames);
+
+        game = OvAllocGameBuffer();
+        PlayFromStart(game, {Move(E2, E4), Move(C7, C5)});
+        ASSERT_NE(OvkFindPosition(IGGameGetBoard(game), &sicilian), 0);
+    }
+    void TearDown() override
+    {
+        if (game != 0)
+            OvFreeGameBuffer(game);
+        if (file != 0)
+            OvCloseGamefile(file);
+        OvCloseDatabase(0);
+        if (!directory.empty())
+            fs::remove_all(directory);
+    }
+
+    std::vector<int32_t> GamesOfKey(int32_t key) const
+    {
+        std::vector<int32_t> numbers(PrefixGames + 1);
+        const int32_t count = DbsSearchKey(key, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, numbers.data(), PrefixGames + 1);
+        numbers.resize(count > 0 ? count : 0);
+        return numbers;
+    }
+
+    // Whether the main line of game `number` reaches `position`, by walking it.
+    bool MainLineReaches(int32_t number, const sPosition& position) const
+    {
+        const OvGameBuffer walker = OvAllocGameBuffer();
+        OvReadGame(walker, file, number);
+        bool reached = false;
+        do {
+            sPosition here;
+            OvGetCurrentPos(walker, &here);
+            reached = std::memcmp(&here, &position, sizeof here) == 0;
+        } while (!reached && OvPlayMoves(walker, 1) > 0);
+        OvFreeGameBuffer(walker);
+        return reached;
+    }
+
+    fs::path directory;
+    OvGameFile file = 0;
+    OvGameBuffer game = 0;
+    int32_t sicilian = 0;
+};
+
+TEST_F(KeySearches, KeyGamesAreTheKeysListWithoutReading)
+{
+    const std::vector<int32_t> expected = GamesOfKey(sicilian);
+    ASSERT_FALSE(expected.empty());
+    sQuery query{};
+    query.kind = QueryKeyGames;
+    query.key = sicilian;
+    KeyHits hits;
+    OvSearchGameHdrs(file, &query, &CollectKeyHits, reinterpret_cast<intptr_t>(&hits));
+    EXPECT_EQ(hits.numbers, expected);
+    EXPECT_EQ(hits.games, std::vector<uint32_t>(expected.size(), 1u));
+    EXPECT_EQ(hits.total, PrefixGames);
+
+    KeyHits none;
+    OvSearchKeyGames(file, 987654, &CollectKeyHits, reinterpret_cast<intptr_t>(&none));
+    EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
+}
+
+TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
+{
+    PlayFromStart(game, {Move(E2, E4), Move(C7, C5), Move(B1, C3)});
+    KeyHits hits;
+    OvGetCurrentPos(game, &hits.wanted);
+    sQuery query{};
+    query.kind = QueryKeyMoves;
+    query.key = sicilian;
+    query.position = hits.wanted;
+    OvSearchGameHdrs(file, &query, &CollectKeyHits, reinterpret_cast<intptr_t>(&hits));
+
+    ASSERT_FALSE(hits.numbers.empty());
+    EXPECT_EQ(hits.woundRight, static_cast<int>(hits.numbers.size())) << "each hit stands on the position";
+    size_t next = 0;
+    for (const int32_t number : GamesOfKey(sicilian)) {
+        const bool hit = next < hits.numbers.size() && hits.numbers[next] == number;
+        next += hit ? 1 : 0;
+        EXPECT_EQ(hit, MainLineReaches(number, hits.wanted)) << "game " << number;
+    }
+    EXPECT_EQ(next, hits.numbers.size()) << "hits come in the key's order, from its games only";
+}
+
+}  // namespace
