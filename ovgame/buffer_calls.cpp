@@ -39,11 +39,7 @@ uint32_t IGGameOpenGame(void)
         return 0;
     EraseGame(*game);
     game->treeGeneration = generations.fetch_add(7);
-    GameBuffer* raw = game.get();
-    const uint32_t handle = Buffers().Add(std::move(game));
-    if (handle != 0)
-        raw->handle = handle;
-    return handle;
+    return Buffers().Add(std::move(game));
 }
 
 int32_t IGGameCloseGame(uint32_t game)
@@ -54,19 +50,13 @@ int32_t IGGameCloseGame(uint32_t game)
 int32_t NewGameErase(uint32_t game)
 {
     GameBuffer* g = Find(game);
-    if (g == nullptr)
-        return 0;
-    EraseGame(*g);
-    return 1;
+    return g == nullptr ? 0 : (EraseGame(*g), 1);
 }
 
 int32_t NewGameRewind(uint32_t game)
 {
     GameBuffer* g = Find(game);
-    if (g == nullptr)
-        return 0;
-    Rewind(*g);
-    return 1;
+    return g == nullptr ? 0 : (Rewind(*g), 1);
 }
 
 const BoardRecord* IGGameGetBoard(uint32_t game)

@@ -1,5 +1,7 @@
 // The driver's game file calls: open, close, count, status, bulk operations,
 // writing, loading, delete marks.
+#include <algorithm>
+
 #include "ovgame/game_file.h"
 #include "ovgame/game_record.h"
 #include "siblings/game_driver.h"
@@ -42,13 +44,7 @@ int32_t LoadWith(uint32_t game, uint32_t file, int32_t number, Read read)
 uint32_t OvgOpenGamefile(const char* path, int32_t create)
 {
     std::unique_ptr<GameFile> file = OpenGameFile(path, create == 1);
-    if (!file)
-        return 0;
-    GameFile* raw = file.get();
-    const uint32_t handle = Files().Add(std::move(file));
-    if (handle != 0)
-        raw->handle = handle;
-    return handle;
+    return file ? Files().Add(std::move(file)) : 0;
 }
 
 int32_t OvgCloseGamefile(uint32_t file)

@@ -109,6 +109,7 @@ struct Sections {
     GameSignature signature;
     Position initial;
     ByteReader moves{nullptr, 0};
+    size_t rest = 0;  // offset of what follows the moves
 };
 
 // Reads the header fields into `header` (when not null) and finds the
@@ -327,11 +328,14 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     return PackResult::Done;
 }
 
-bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
-                bool withStatus)
+namespace {
+
+// Reads the header part of a record into `game` and empties its tree; the
+// sections are left for the caller. On a damaged record the game is erased.
+bool ReadHead(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
+              bool withStatus, Sections& sections)
 {
     ByteReader in(data, size);
-    Sections sections;
     int32_t length = 0;
     ClearHeader(game.header);
     if (size < 2 || !ReadRecord(in, &game.header, length, &names, sections)) {
@@ -343,30 +347,31 @@ bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDi
         game.status = data[StatusOffset];
     game.initial = sections.initial;
     ClearTree(game);
+    sections.rest = in.Offset();
     return true;
+}
+
+}  // namespace
+
+bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
+                bool withStatus)
+{
+    Sections sections;
+    return ReadHead(game, data, size, names, withStatus, sections);
 }
 
 bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names)
 {
-    ByteReader in(data, size);
     Sections sections;
-    int32_t length = 0;
-    ClearHeader(game.header);
-    if (size < 2 || !ReadRecord(in, &game.header, length, &names, sections)) {
-        EraseGame(game);
+    if (!ReadHead(game, data, size, names, true, sections))
         return false;
-    }
-    game.storedLength = length;
-    game.status = data[StatusOffset];
-    game.initial = sections.initial;
-    ClearTree(game);
     game.signature = sections.signature;
     const int walked = DecodeTree(sections.moves, game.initial, [&](uint32_t parent, const Node& move, const Position&) {
         return AppendChild(game, parent, move) != 0;
     });
     const bool good = walked == 1 &&
                       (!(sections.layout & LayoutComments) ||
-                       ReadComments(game, ByteReader(in.Here(), size - in.Offset())));
+                       ReadComments(game, ByteReader(data + sections.rest, size - sections.rest)));
     if (!good) {
         EraseGame(game);
         return false;

@@ -24,7 +24,8 @@ public:
     HandleTable& operator=(const HandleTable&) = delete;
     ~HandleTable() { RemoveAll(); }
 
-    // Takes ownership of `item` and gives its handle, 0 when all slots are taken.
+    // Takes ownership of `item`, stores its handle in item->handle and gives
+    // it; 0 when all slots are taken.
     uint32_t Add(std::unique_ptr<T> item)
     {
         std::lock_guard lock(mutex_);
@@ -35,6 +36,7 @@ public:
                 continue;
             generations_[slot] = generations_[slot] + 1 == (1u << (32 - SlotBits)) ? 1 : generations_[slot] + 1;
             const uint32_t handle = (generations_[slot] << SlotBits) | slot;
+            item->handle = handle;
             handles_[slot].store(handle, std::memory_order_relaxed);
             items_[slot].store(item.release(), std::memory_order_release);
             return handle;
