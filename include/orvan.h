@@ -983,7 +983,128 @@ ORVAN_STATIC_ASSERT(offsetof(sKeyViewLine, moves) == 560, "sKeyViewLine layout")
 #define OV_KEYVIEW_SIBLING 2   /* same parent as the previous key */
 #define OV_KEYVIEW_SAME 3      /* the previous key itself */
 
+/*
+ * Browsing the key database. None of these takes the library's lock; they
+ * run beside a key search on another thread. Without an open database each
+ * gives its failure result.
+ *
+ * OvGetFirstKey(parent, order), OvGetNextKey(key, order),
+ * OvGetPrevKey(key, order): step through the keys in one of the
+ * OV_KEYORDER_* orders (see above). Return a key, 0 at either end.
+ *
+ * OvGetKeyMove(key, which): a move of the key's line (see OV_KEYMOVE_LAST).
+ * Returns the PackedMove, 0 when there is none.
+ *
+ * OvGetKeyPosition(key, position): fills `position` with the key's position
+ * (an empty board for a key the database does not have). Returns 1; 0 when
+ * `position` is null, or when an en passant square that no double step can
+ * have left had to be cleared.
+ *
+ * OvGetKeyInfo(key, info): fills the texts of `info` in the host's code page
+ * (each terminated within its 256 bytes) and its `data`; `firstWord` is left
+ * as the caller set it. Returns 1, 0 for an unknown key (empty texts, zero
+ * data) or a null `info`.
+ *
+ * OvGetChildKeys(key, keys, size): stores the keys directly below `key`, at
+ * most `size` of them, into `keys`. Returns their number; 0 for none (then
+ * `keys` is untouched), -1 for an unknown key.
+ *
+ * OvGetKeyGames(key, games, size): stores the numbers of the games filed
+ * under `key` itself, ascending, at most `size` of them. Returns their
+ * number, -1 for an unknown key.
+ *
+ * OvGetKeyView(reserved1, keys, lines, reserved2, count): fills `lines[i]`
+ * for `keys[i]`, i from 0 to `count` - 1, each line related to the one above
+ * it; a key of 0 gives an all-zero line. At most OV_KEYVIEW_LINES lines are
+ * filled; the rest of `lines` is untouched. The reserved arguments are not
+ * read. Returns 1; 0 when `keys` or `lines` is null while `count` is above 0.
+ */
+ORVAN_API int32_t OvGetFirstKey(int32_t parent, int32_t order);
+ORVAN_API int32_t OvGetNextKey(int32_t key, int32_t order);
+ORVAN_API int32_t OvGetPrevKey(int32_t key, int32_t order);
+ORVAN_API int32_t OvGetKeyMove(int32_t key, int32_t which);
+ORVAN_API int32_t OvGetKeyPosition(int32_t key, sPosition* position);
+ORVAN_API int32_t OvGetKeyInfo(int32_t key, sKeyInfo* info);
+ORVAN_API int32_t OvGetChildKeys(int32_t key, int32_t* keys, int32_t size);
+ORVAN_API int32_t OvGetKeyGames(int32_t key, int32_t* games, int32_t size);
+ORVAN_API int32_t OvGetKeyView(int32_t reserved1, const int32_t* keys, sKeyViewLine* lines,
+                               int32_t reserved2, int32_t count);
+
+/*
+ * Classifying games against the open key database. The game buffer belongs
+ * to the calling thread; no lock is taken. Without a database nothing is
+ * found and the results are 0.
+ *
+ * OvClassifyPosition(game): the key of the game's current position, 0 when
+ * the database has none. The game does not move.
+ *
+ * OvClassifyGame(game, maxPly, reachedPly): the key of the deepest position
+ * of the game's main line, no more than `maxPly` half-moves into it (and no
+ * deeper than the key tree reaches), that the database knows; 0 when it
+ * knows none. The game is left on that position (on its initial position
+ * when none is known), and the number of half-moves played to it is stored
+ * through `reachedPly` unless that is null. A game that stays inside the key
+ * tree costs one lookup.
+ *
+ * OvClassifyMoves(game, keys, count): sets `keys[i]` to the key of the
+ * position after i half-moves of the main line (0 where there is none), for
+ * as many positions as the game, `count` and the key tree's depth allow;
+ * the other places of the `count` are 0. Returns the number of places up to
+ * and including the last one with a key, at least 1 when a position was
+ * looked at; 0 for `count` 0, a null `keys`, or a game from a set-up
+ * position (then the game does not move). The game is left on the last
+ * position looked at, or one behind it.
+ */
+ORVAN_API int32_t OvClassifyPosition(OvGameBuffer game);
+ORVAN_API int32_t OvClassifyGame(OvGameBuffer game, int32_t maxPly, int32_t* reachedPly);
+ORVAN_API int32_t OvClassifyMoves(OvGameBuffer game, int32_t* keys, int32_t count);
+
 /* ---- sort indexes ---- */
+
+/*
+ * Sort indexes of a game file, kept as files in a directory the host names.
+ * None of these takes the library's lock; the game store serialises them
+ * with the other calls on the same file.
+ *
+ * OvIndexCreateUpdate(file, directory, codes, reserved1, reserved2,
+ * reserved3, reserved4): makes `directory` if it does not exist (its parent
+ * must), then writes an index file there for each sort wanted: `codes` is a
+ * bit set of the store's sort codes (bit n - 1 for code n, 1 to 19; 0 = all)
+ * and the reserved arguments are 0. Later sorts of the file take the keys of
+ * the games they cover from these files. Returns the number of index files
+ * written; 0 when `directory` is null, when it cannot be made (a message box
+ * then shows the system's text under the title "Error <number>"), or when
+ * the store fails (bad handle, bad `codes`, unwritable directory).
+ *
+ * OvIndexDelete(file, kind, directory): removes the index of the status
+ * flags (kind HdrStatus) of `file` from `directory`. Returns 0 when removed,
+ * -1 for any other kind or when there was none to remove.
+ *
+ * OvIndexSort(file, numbers, firstGame, skipDeleted, count, kind, order):
+ * stores into `numbers` (an int32_t array with room for `count`, passed as
+ * a value) the numbers of the games from `firstGame` on (1 or below: from
+ * the first), without the deleted ones when `skipDeleted` is not 0, ordered
+ * by the header field `kind` (one of the Hdr* codes; HdrPlayers,
+ * HdrPlayersFull and HdrWhiteFull sort as HdrWhite, HdrBlackFull as
+ * HdrBlack); `order` not 0 sorts ascending, 0 descending. Equal fields stay
+ * in game order. Texts sort by their bytes in the store's code page, the
+ * empty text first; the date as year, month, day with unknown parts as 0;
+ * the result as none, 1-0, draw, 0-1; HdrMoves by full moves; HdrStatus by
+ * its number (OV_STATUS_* bits). Returns an OV_SORT_* code: sorted when at
+ * least `count` games are in order (only the first `count` are stored).
+ */
+#define OV_SORT_DONE 0          /* sorted */
+#define OV_SORT_UNKNOWN_KIND 1  /* `kind` is no sort kind */
+#define OV_SORT_NOT_SORTABLE 2  /* `kind` is a field that cannot be sorted by (the times) */
+#define OV_SORT_NO_GAMES 3      /* no game to sort */
+#define OV_SORT_FAILED 4        /* fewer games than `count`, or the store failed */
+
+ORVAN_API int32_t OvIndexCreateUpdate(OvGameFile file, const char* directory, intptr_t codes,
+                                      intptr_t reserved1, intptr_t reserved2,
+                                      intptr_t reserved3, intptr_t reserved4);
+ORVAN_API int32_t OvIndexDelete(OvGameFile file, int32_t kind, const char* directory);
+ORVAN_API int32_t OvIndexSort(OvGameFile file, intptr_t numbers, intptr_t firstGame,
+                              intptr_t skipDeleted, int32_t count, int32_t kind, int32_t order);
 
 #ifdef __cplusplus
 } /* extern "C" */
