@@ -95,11 +95,12 @@ OVKEY_API int32_t DbsFileStatus(int32_t a);
 OVKEY_API int32_t DbsAdjustDeletedGames(int32_t count);
 
 // Stores the game of buffer `game` in the database's game file through the
-// game file handle `file` (one of IDIsDatabaseGamefile), and files it under
-// the deepest key its main line reaches within DbsGetDatabaseDepth positions
-// (none for a game from a set-up position). The next three arguments are 0,
-// 0, 1. The buffer is left rewound. Result: the game's number in the file
-// (above 0), 0 when it was not stored.
+// game file handle `file` (one of IDIsDatabaseGamefile; any other is refused),
+// and files it under the deepest key its main line reaches within
+// DbsGetDatabaseDepth positions (none for a game from a set-up position).
+// During a bulk operation on `file` the game is listed once it has ended. The
+// next three arguments are 0, 0, 1. The buffer is left rewound. Result: the
+// game's number in the file (above 0), 0 when it was not stored.
 OVKEY_API int32_t OvkSaveToDatabase(uint32_t game, uint32_t file, int32_t reserved1,
                                     int32_t reserved2, int32_t mode);
 
@@ -142,10 +143,11 @@ OVKEY_API int32_t OvkGetPreviousKey(int32_t key, int32_t order);
 OVKEY_API int32_t DbsSearchKey(int32_t key, int32_t what, int32_t scope, int32_t* array,
                                int32_t size);
 
-// Calls `visitor(number)` for each game filed under the key (`what` 2, `scope`
-// as in DbsSearchKey), in ascending order, until it gives 0. The visitor may
-// call into the key database. Result the number of calls made, -1 on failure
-// as in DbsSearchKey.
+// Calls `visitor(number)` for each game filed under the key when the call
+// begins (`what` 2, `scope` as in DbsSearchKey), in ascending order, until it
+// gives 0. The visitor may call into the key database, even close it (the
+// iteration then ends). Result the number of calls made, -1 on failure as in
+// DbsSearchKey.
 OVKEY_API int32_t DbsCBSearchKey(int32_t key, int32_t what, int32_t scope,
                                  DbsGameVisitor visitor);
 
