@@ -236,6 +236,27 @@ bool SamePosition(const Position& a, const Position& b)
            std::memcmp(a.squares, b.squares, 64) == 0;
 }
 
+bool CanStillReach(const Position& pos, const Signature& wanted)
+{
+    for (int color = 0; color < 2; ++color) {
+        const uint8_t* have = pos.counts + 5 * color;
+        const uint8_t* want = wanted.count + 5 * color;
+        if (have[Pawn] < want[Pawn])
+            return false;
+        for (int kind = Knight; kind <= Queen; ++kind) {
+            if (have[kind] + have[Pawn] < want[kind])
+                return false;
+        }
+    }
+    for (int file = 0; file < 8; ++file) {
+        if (((wanted.home >> file) & 1) && pos.squares[SquareOf(file, 1)] != PieceCode(White, Pawn))
+            return false;
+        if (((wanted.home >> (8 + file)) & 1) && pos.squares[SquareOf(file, 6)] != PieceCode(Black, Pawn))
+            return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<uint8_t>& out)
@@ -367,7 +388,7 @@ bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const Name
         return false;
     game.signature = sections.signature;
     const int walked = DecodeTree(sections.moves, game.initial, [&](uint32_t parent, const Node& move, const Position&) {
-        return AppendChild(game, parent, move) != 0;
+        return AppendChild(game, parent, move) != 0 ? WalkAnswer::Go : WalkAnswer::Stop;
     });
     const bool good = walked == 1 &&
                       (!(sections.layout & LayoutComments) ||
@@ -391,10 +412,14 @@ int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
     const Position& pattern = game.pattern;
     if (SamePosition(sections.initial, pattern))
         return 1;
-    const int walked = DecodeTree(sections.moves, sections.initial,
-                                  [&](uint32_t, const Node&, const Position& after) {
-                                      return !SamePosition(after, pattern);
-                                  });
+    const Signature& wanted = game.patternCounts;
+    const int walked = DecodeTree(sections.moves, sections.initial, [&](uint32_t, const Node&, const Position& after) {
+        if (SamePosition(after, pattern))
+            return WalkAnswer::Stop;
+        // Men and home pawns never come back, so a line that has lost what
+        // the pattern holds cannot reach it any more.
+        return CanStillReach(after, wanted) ? WalkAnswer::Go : WalkAnswer::SkipLine;
+    });
     return walked == 0 ? 1 : walked == 1 ? 0 : -1;
 }
 

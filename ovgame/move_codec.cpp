@@ -46,6 +46,25 @@ MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion)
     return token;
 }
 
+bool SkipLine(ByteReader& in)
+{
+    for (int depth = 0; !in.AtEnd();) {
+        const uint8_t first = in.Byte();
+        if ((first & 0x0F) != TokenEscape)
+            continue;
+        const uint8_t second = in.Byte();
+        if (second == TokenLineStart) {
+            ++depth;
+        } else if (second == TokenLineEnd) {
+            if (depth-- == 0)
+                return true;
+        } else if (second & 0x80) {
+            return false;
+        }
+    }
+    return !in.Failed();
+}
+
 bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion)
 {
     int place = first & 0x0F;

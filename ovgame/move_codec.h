@@ -33,11 +33,19 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
 // False for a damaged token.
 bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion);
 
+// What a visitor of DecodeTree asks for after a move.
+enum class WalkAnswer { Go, SkipLine, Stop };
+
+// Skips the tokens of the rest of a line, through its end token (or to the
+// end of the stream for the main line). False for a damaged stream.
+bool SkipLine(ByteReader& in);
+
 // Replays a token stream from `initial`, calling visit(parentOrdinal, move,
 // positionAfter) for each move in stream order (the move's from, to,
-// promotion and token set) (ordinal 0 is the
-// root; each move gets the next ordinal). A visit result of false stops the
-// walk. Result: 1 walked to the end, 0 stopped, -1 damaged stream.
+// promotion and token set; ordinal 0 is the root, each move gets the next
+// ordinal). The visit answers WalkAnswer::Go, WalkAnswer::SkipLine to leave out the rest
+// of the move's line (its side lines from earlier moves are still walked), or
+// WalkAnswer::Stop. Result: 1 walked to the end, 0 stopped, -1 damaged stream.
 template <class Visit>
 int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
 {
@@ -46,18 +54,20 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
         uint32_t first;
         Position before;
         Position after;
+        bool skipAfter;
     };
     std::vector<Frame> stack;
     uint32_t ordinal = 0;
     uint32_t current = 0;
     Position pos = initial;
-    // Reads the move of token `first` after `parent` and plays it in `pos`.
-    const auto play = [&](uint32_t parent, uint8_t first) -> int {
+    // Reads the move of token `first` after `parent` and plays it in `pos`;
+    // -1 for a damaged token, else the visitor's answer.
+    const auto play = [&](uint32_t parent, uint8_t first, WalkAnswer& answer) {
         int from = 0, to = 0;
         Kind promotion = NoKind;
         const uint8_t* token = in.Here() - 1;
         if (!ReadMove(in, first, pos, from, to, promotion))
-            return -1;
+            return false;
         Node move;
         move.from = uint8_t(from);
         move.to = uint8_t(to);
@@ -67,7 +77,8 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
         move.token.bytes[1] = move.token.length > 1 ? token[1] : 0;
         MakeMove(pos, from, to, promotion);
         ++ordinal;
-        return visit(parent, move, pos) ? 1 : 0;
+        answer = visit(parent, move, pos);
+        return true;
     };
     const auto lineStarts = [&] {
         ByteReader probe = in;
@@ -76,10 +87,16 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
         in = probe;
         return true;
     };
+    bool skipping = false;
     for (;;) {
         bool lineEnds = in.AtEnd();
         uint8_t first = 0;
-        if (!lineEnds) {
+        if (skipping) {
+            if (!SkipLine(in))
+                return -1;
+            skipping = false;
+            lineEnds = true;
+        } else if (!lineEnds) {
             first = in.Byte();
             if ((first & 0x0F) == TokenEscape && (in.Peek() & 0x80)) {
                 if (in.Byte() != TokenLineEnd || first != TokenEscape)
@@ -87,6 +104,7 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
                 lineEnds = true;
             }
         }
+        WalkAnswer answer = WalkAnswer::Go;
         if (lineEnds) {
             if (stack.empty())
                 return in.AtEnd() ? 1 : -1;
@@ -94,45 +112,43 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
             Frame& frame = stack.back();
             if (lineStarts()) {
                 pos = frame.before;
-                const int r = play(frame.parent, in.Byte());
-                if (r <= 0)
-                    return r;
+                if (!play(frame.parent, in.Byte(), answer))
+                    return -1;
                 current = ordinal;
             } else {
                 current = frame.first;
                 pos = frame.after;
+                skipping = frame.skipAfter;
                 stack.pop_back();
+                continue;
             }
-            continue;
-        }
-        ByteReader afterToken = in;
-        int from = 0, to = 0;
-        Kind promotion = NoKind;
-        if (!ReadMove(afterToken, first, pos, from, to, promotion))
-            return -1;
-        ByteReader probe = afterToken;
-        const bool branches = probe.Byte() == TokenEscape && probe.Byte() == TokenLineStart;
-        if (!branches) {
-            const int r = play(current, first);
-            if (r <= 0)
-                return r;
+        } else {
+            ByteReader afterToken = in;
+            int from = 0, to = 0;
+            Kind promotion = NoKind;
+            if (!ReadMove(afterToken, first, pos, from, to, promotion))
+                return -1;
+            ByteReader probe = afterToken;
+            const bool branches = probe.Byte() == TokenEscape && probe.Byte() == TokenLineStart;
+            if (branches)
+                stack.push_back(Frame{current, 0, pos, pos, false});
+            if (!play(current, first, answer))
+                return -1;
             current = ordinal;
-            continue;
+            if (branches && answer != WalkAnswer::Stop) {
+                Frame& frame = stack.back();
+                frame.first = ordinal;
+                frame.after = pos;
+                frame.skipAfter = answer == WalkAnswer::SkipLine;
+                pos = frame.before;
+                if (!lineStarts() || !play(frame.parent, in.Byte(), answer))
+                    return -1;
+                current = ordinal;
+            }
         }
-        stack.push_back(Frame{current, 0, pos, pos});
-        const int r = play(current, first);
-        if (r <= 0)
-            return r;
-        Frame& frame = stack.back();
-        frame.first = ordinal;
-        frame.after = pos;
-        pos = frame.before;
-        if (!lineStarts())
-            return -1;
-        const int s = play(frame.parent, in.Byte());
-        if (s <= 0)
-            return s;
-        current = ordinal;
+        if (answer == WalkAnswer::Stop)
+            return 0;
+        skipping = answer == WalkAnswer::SkipLine;
     }
 }
 
