@@ -12,7 +12,7 @@ int32_t SearchHeaders(OvGameFile file, const sQuery& query, SearchCallback callb
     PrepareQuery(&prepared, &query, &groupCount, &conditionCount);
 
     const BulkOperation bulk(file);
-    const SearchGameBuffer gameBuffer;
+    const OwnedGameBuffer gameBuffer;
     const OvGameBuffer game = gameBuffer.Get();
     SearchReport report(callback, user);
     {

@@ -88,7 +88,7 @@ int32_t OvSearchKeyMoves(OvGameFile file, int32_t key, const sPosition* position
     if (callback == nullptr || position == nullptr)
         return 0;
     const BulkOperation bulk(file);
-    const SearchGameBuffer gameBuffer;
+    const OwnedGameBuffer gameBuffer;
     const OvGameBuffer game = gameBuffer.Get();
     SearchReport report(callback, user);
     report.Start(OvGetGamesCount(file));

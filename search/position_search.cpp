@@ -16,7 +16,7 @@ int32_t OvSearchPosGames(OvGameFile file, const sPosition* position, int32_t inc
     SanitizeEnPassant(&wanted, 1);
 
     const BulkOperation bulk(file);
-    const SearchGameBuffer gameBuffer;
+    const OwnedGameBuffer gameBuffer;
     const OvGameBuffer game = gameBuffer.Get();
     SearchReport report(callback, user);
     const int32_t count = OvGetGamesCount(file);

@@ -1,12 +1,13 @@
 // What a search holds from its head to its end, each released on every path:
-// the bulk operation on the file, the game buffer and the data buffer that
-// receives the packed games.
+// the bulk operation on the file and the data buffer that receives the packed
+// games (the game buffer is an OwnedGameBuffer).
 #ifndef ORVAN_SEARCH_SEARCH_RESOURCES_H
 #define ORVAN_SEARCH_SEARCH_RESOURCES_H
 
 #include <cstdint>
 
 #include "orvan.h"
+#include "pgn/read/owned_game_buffer.h"
 
 // Bytes of the data buffer, and games asked for in one batch read.
 inline constexpr int32_t SearchBufferBytes = 65536;
@@ -21,24 +22,6 @@ public:
 
 private:
     OvGameFile file_;
-};
-
-// A game buffer of the library; 0 when none could be had (after the box).
-class SearchGameBuffer {
-public:
-    SearchGameBuffer() : game_(OvAllocGameBuffer()) {}
-    ~SearchGameBuffer()
-    {
-        if (game_ != 0)
-            OvFreeGameBuffer(game_);
-    }
-    SearchGameBuffer(const SearchGameBuffer&) = delete;
-    SearchGameBuffer& operator=(const SearchGameBuffer&) = delete;
-
-    OvGameBuffer Get() const { return game_; }
-
-private:
-    OvGameBuffer game_;
 };
 
 // SearchBufferBytes of fixed memory; null when none is left.

@@ -12,6 +12,7 @@
 
 #include "orvan.h"
 #include "ovkey/eco_tree/eco_tree.h"
+#include "search/corpus_support.h"
 #include "siblings/game_driver.h"
 #include "siblings/key_database.h"
 
@@ -19,35 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
 constexpr int PrefixGames = 800;
 
 constexpr PackedMove Move(int from, int to) { return static_cast<PackedMove>(from | (to << 8)); }
 constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36, B1 = 1, C3 = 18;
-
-struct KeyHits {
-    std::vector<int32_t> numbers;
-    std::vector<uint32_t> games;
-    int32_t total = -1;
-    int calls = 0;
-    sPosition wanted{};
-    int woundRight = 0;  // hit calls whose game stood on `wanted`
-};
-
-int32_t CollectKeyHits(uint32_t game, int32_t number, int32_t total, intptr_t user)
-{
-    auto& hits = *reinterpret_cast<KeyHits*>(user);
-    ++hits.calls;
-    hits.total = total;
-    if (game == 0)
-        return 1;
-    hits.numbers.push_back(number);
-    hits.games.push_back(game);
-    sPosition here;
-    if (game != 1 && OvGetCurrentPos(game, &here) == 1 && std::memcmp(&here, &hits.wanted, sizeof here) == 0)
-        ++hits.woundRight;
-    return 1;
-}
 
 // Plays coordinate moves from the start in a fresh game buffer.
 void PlayFromStart(OvGameBuffer game, std::initializer_list<PackedMove> moves)
@@ -78,16 +54,7 @@ protected:
         ASSERT_EQ(ovkey::BuildEcoTree(lines).keys, 4);
 
         const fs::path pgnPath = directory / "prefix.pgn";
-        {
-            std::ifstream in(CorpusPath, std::ios::binary);
-            std::ofstream out(pgnPath, std::ios::binary);
-            std::string line;
-            for (int games = 0; std::getline(in, line);) {
-                if (line.starts_with("[Event ") && ++games > PrefixGames)
-                    break;
-                out << line << '\n';
-            }
-        }
+        CopyCorpusPrefix(pgnPath, PrefixGames);
         file = OvOpenGamefile(gamePath.c_str());
         ASSERT_NE(file, 0u);
         OvPgnImport(pgnPath.c_str(), file, 0, nullptr, nullptr, 0);
@@ -144,27 +111,29 @@ TEST_F(KeySearches, KeyGamesAreTheKeysListWithoutReading)
     sQuery query{};
     query.kind = QueryKeyGames;
     query.key = sicilian;
-    KeyHits hits;
-    OvSearchGameHdrs(file, &query, &CollectKeyHits, reinterpret_cast<intptr_t>(&hits));
+    Hits hits;
+    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
     EXPECT_EQ(hits.numbers, expected);
     EXPECT_EQ(hits.games, std::vector<uint32_t>(expected.size(), 1u));
     EXPECT_EQ(hits.total, PrefixGames);
 
-    KeyHits none;
-    OvSearchKeyGames(file, 987654, &CollectKeyHits, reinterpret_cast<intptr_t>(&none));
+    Hits none;
+    OvSearchKeyGames(file, 987654, &CollectHits, UserOf(none));
     EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
 }
 
 TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
 {
     PlayFromStart(game, {Move(E2, E4), Move(C7, C5), Move(B1, C3)});
-    KeyHits hits;
-    OvGetCurrentPos(game, &hits.wanted);
+    sPosition wanted;
+    OvGetCurrentPos(game, &wanted);
+    Hits hits;
+    hits.wanted = &wanted;
     sQuery query{};
     query.kind = QueryKeyMoves;
     query.key = sicilian;
-    query.position = hits.wanted;
-    OvSearchGameHdrs(file, &query, &CollectKeyHits, reinterpret_cast<intptr_t>(&hits));
+    query.position = wanted;
+    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
 
     ASSERT_FALSE(hits.numbers.empty());
     EXPECT_EQ(hits.woundRight, static_cast<int>(hits.numbers.size())) << "each hit stands on the position";
@@ -172,7 +141,7 @@ TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
     for (const int32_t number : GamesOfKey(sicilian)) {
         const bool hit = next < hits.numbers.size() && hits.numbers[next] == number;
         next += hit ? 1 : 0;
-        EXPECT_EQ(hit, MainLineReaches(number, hits.wanted)) << "game " << number;
+        EXPECT_EQ(hit, MainLineReaches(number, wanted)) << "game " << number;
     }
     EXPECT_EQ(next, hits.numbers.size()) << "hits come in the key's order, from its games only";
 }

@@ -18,17 +18,15 @@
 
 #include "orvan.h"
 #include "pgn/write/fen_writer.h"
+#include "search/corpus_support.h"
 #include "search/query_builder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
 const char* const PgnExtract = "/usr/games/pgn-extract";
 constexpr int PrefixGames = 2000;
-
-using Tags = std::map<std::string, std::string>;
 
 struct Corpus {
     fs::path directory;
@@ -39,50 +37,10 @@ struct Corpus {
 
 Corpus* TheCorpus = nullptr;
 
-// The first `count` games of the corpus, as text and as their tag pairs.
-void CutPrefix(Corpus& corpus)
-{
-    std::ifstream in(CorpusPath, std::ios::binary);
-    std::ofstream out(corpus.pgnPath, std::ios::binary);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (line.starts_with("[Event ")) {
-            if (static_cast<int>(corpus.games.size()) == PrefixGames)
-                break;
-            corpus.games.emplace_back();
-        }
-        if (line.starts_with("[") && !corpus.games.empty()) {
-            const size_t quote = line.find('"');
-            const size_t end = line.rfind('"');
-            if (quote != std::string::npos && end > quote)
-                corpus.games.back()[line.substr(1, line.find(' ') - 1)] = line.substr(quote + 1, end - quote - 1);
-        }
-        out << line << '\n';
-    }
-}
-
-struct Hits {
-    std::vector<int32_t> numbers;
-    int32_t total = -1;
-    int calls = 0;
-    int stopAfterHits = -1;
-};
-
-int32_t CollectHits(uint32_t game, int32_t number, int32_t total, intptr_t user)
-{
-    auto& hits = *reinterpret_cast<Hits*>(user);
-    ++hits.calls;
-    hits.total = total;
-    if (game == 0)
-        return 1;
-    hits.numbers.push_back(number);
-    return static_cast<int>(hits.numbers.size()) == hits.stopAfterHits ? 0 : 1;
-}
-
 Hits Search(OvGameFile file, const sQuery& query)
 {
     Hits hits;
-    OvSearchGameHdrs(file, &query, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
     return hits;
 }
 
@@ -121,7 +79,7 @@ protected:
         char pattern[] = "/tmp/search-test-XXXXXX";
         corpus->directory = mkdtemp(pattern);
         corpus->pgnPath = corpus->directory / "prefix.pgn";
-        CutPrefix(*corpus);
+        corpus->games = CopyCorpusPrefix(corpus->pgnPath, PrefixGames);
         corpus->file = OvCreateGamefile((corpus->directory / "prefix.ovg").c_str());
         OvPgnImport(corpus->pgnPath.c_str(), corpus->file, 0, nullptr, nullptr, 0);
         TheCorpus = corpus;
@@ -214,7 +172,7 @@ TEST_F(SearchCorpus, StopAtTheFirstHitStillEnds)
     Hits hits;
     hits.stopAfterHits = 1;
     const sQuery query = MakeQuery(QueryHeader);
-    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, UserOf(hits));
     EXPECT_EQ(hits.numbers, std::vector<int32_t>{1});
     EXPECT_EQ(hits.calls, 3) << "start, hit, end";
 }
@@ -256,7 +214,7 @@ TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
         const int expected = CountWithPgnExtract(position);
         ASSERT_GE(expected, 1);
         Hits hits;
-        OvSearchPosGames(TheCorpus->file, &position, 0, &CollectHits, reinterpret_cast<intptr_t>(&hits));
+        OvSearchPosGames(TheCorpus->file, &position, 0, &CollectHits, UserOf(hits));
         EXPECT_EQ(static_cast<int>(hits.numbers.size()), expected);
         EXPECT_TRUE(std::find(hits.numbers.begin(), hits.numbers.end(), number) != hits.numbers.end());
     }
