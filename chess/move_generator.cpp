@@ -4,9 +4,11 @@
 
 #include "chess/attacks.h"
 #include "chess/board_geometry.h"
+#include "chess/board_view.h"
 #include "chess/destination_walk.h"
 #include "chess/packed_move.h"
 #include "chess/piece_codes.h"
+#include "chess/view_rules.h"
 
 int StepOkDiagonal(int square, int step) { return DiagonalStepStaysOnBoard(square, step); }
 int StepOkStraight(int square, int step) { return StraightStepStaysOnBoard(square, step); }
@@ -141,7 +143,11 @@ int GenerateDestinations(sPosition* position, int from, int32_t* destinations)
 
 int MoveIsLegal(sPosition* position, uint32_t move)
 {
-    if (position == nullptr || !HoldsManOfSideToMove(*position, MoveFrom(move)))
+    const int from = MoveFrom(move);
+    if (position == nullptr || !HoldsManOfSideToMove(*position, from))
         return 0;
-    return HasDestination(position, MoveFrom(move), MoveTo(move)) ? 1 : 0;
+    BoardView view;
+    if (ReadOrdinaryView(*position, view))
+        return ViewMoveIsLegal(view, GuardOfSideToMove(view), position->board[from] & 7, from, MoveTo(move)) ? 1 : 0;
+    return HasDestination(position, from, MoveTo(move)) ? 1 : 0;
 }

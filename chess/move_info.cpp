@@ -1,8 +1,13 @@
 // The description byte of a move.
+#include <bit>
+#include <cstring>
+
+#include "chess/board_view.h"
 #include "chess/destination_walk.h"
 #include "chess/move_notation.h"
 #include "chess/packed_move.h"
 #include "chess/piece_codes.h"
+#include "chess/view_rules.h"
 
 int IsCastlingMove(const sPosition* position, uint32_t move)
 {
@@ -32,7 +37,25 @@ int FindAmbiguity(sPosition* position, uint32_t move)
 {
     const int from = MoveFrom(move);
     const int to = MoveTo(move);
-    const uint8_t piece = position->board[from];
+    const uint8_t* board = position->board;
+    const uint8_t piece = board[from];
+    // Only men of the side to move have destinations, and most men have no
+    // twin on the board.
+    if (!(WhiteToMove(*position) ? IsWhiteMan(piece) : IsBlackMan(piece)) ||
+        (std::memchr(board, piece, from) == nullptr && std::memchr(board + from + 1, piece, 63 - from) == nullptr))
+        return 0;
+    BoardView view;
+    if (ReadOrdinaryView(*position, view)) {
+        const KingGuard guard = GuardOfSideToMove(view);
+        int ambiguity = 0;
+        for (SquareSet rivals = view.Pieces(piece & 7, view.whiteToMove) & ~SquareBit(from); rivals != 0;
+             rivals &= rivals - 1) {
+            const int rival = std::countr_zero(rivals);
+            if (ViewMoveIsLegal(view, guard, piece & 7, rival, to))
+                ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;
+        }
+        return ambiguity;
+    }
     KingWatch watch = WatchSideToMove(position);
     int ambiguity = 0;
     for (int rival = 0; rival < 64; ++rival) {

@@ -1,9 +1,30 @@
 // Check, mate and stalemate after a move.
 #include "chess/attacks.h"
+#include "chess/board_view.h"
 #include "chess/destination_walk.h"
 #include "chess/move_generator.h"
 #include "chess/move_notation.h"
 #include "chess/piece_codes.h"
+#include "chess/view_rules.h"
+
+namespace {
+
+// Whether the side to move is in check (bit 1) and whether it has no legal
+// move (bit 2). The check test is the one the legal move search needs
+// first, so the two share it.
+int CheckAndNoMove(sPosition* position)
+{
+    BoardView view;
+    if (ReadOrdinaryView(*position, view)) {
+        const KingGuard guard = GuardOfSideToMove(view);
+        return (guard.checkers != 0 ? 1 : 0) | (ViewHasLegalMove(view, guard) ? 0 : 2);
+    }
+    KingWatch watch = WatchSideToMove(position);
+    LookAtKing(watch);
+    return (watch.kingAttacked ? 1 : 0) | (SideToMoveHasLegalMove(watch) ? 0 : 2);
+}
+
+}  // namespace
 
 int SideToMoveInCheck(const sPosition* position)
 {
@@ -12,11 +33,7 @@ int SideToMoveInCheck(const sPosition* position)
     return SquareAttacked<true>(position->board, FirstSquareHolding(position->board, OV_BLACK_KING));
 }
 
-int SideToMoveHasNoMove(sPosition* position)
-{
-    KingWatch watch = WatchSideToMove(position);
-    return SideToMoveHasLegalMove(watch) ? 0 : 1;
-}
+int SideToMoveHasNoMove(sPosition* position) { return CheckAndNoMove(position) >> 1; }
 
 int MoveOutcome(sPosition* position, uint32_t move)
 {
@@ -24,12 +41,7 @@ int MoveOutcome(sPosition* position, uint32_t move)
     // does not allow (a castling through men, say) leaves no trace.
     const sPosition before = *position;
     ApplyMoveSteps(position, move);
-    // The check test is the one the legal move search needs first, so the
-    // two share it.
-    KingWatch watch = WatchSideToMove(position);
-    LookAtKing(watch);
-    const int check = watch.kingAttacked ? 1 : 0;
-    const int stuck = SideToMoveHasLegalMove(watch) ? 0 : 1;
+    const int outcome = CheckAndNoMove(position);
     *position = before;
-    return check | (stuck << 1);
+    return outcome;
 }

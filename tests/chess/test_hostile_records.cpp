@@ -11,6 +11,7 @@
 #include "chess/move_generator.h"
 #include "chess/move_notation.h"
 #include "chess/position.h"
+#include "tests/chess/plain_generator.h"
 
 namespace {
 
@@ -78,81 +79,6 @@ TEST(HostileRecords, StayInsideAndComeBackUnchanged)
         ASSERT_EQ(stands, sanitized.epSquare == position.epSquare ? 1 : 0);
         ASSERT_TRUE(sanitized.epSquare <= 63 || sanitized.epSquare == OV_NO_EP_SQUARE);
     }
-}
-
-// The generator as plainly as it can be written: edge tests step by step and
-// every free candidate tried on a copy. The generator's shortcuts (ray
-// tables, pinned lines, the shared check test, the lone king's steps) must
-// give the same lists, and the single-move test the same answers.
-std::vector<int> PlainDestinations(const sPosition& position, int from)
-{
-    const uint8_t piece = position.board[from];
-    const bool white = (position.sideToMove & 1) != 0;
-    const auto isEnemy = [&](uint8_t code) { return white ? code >= 1 && code <= 6 : code >= 9 && code <= 14; };
-    const auto isFree = [&](uint8_t code) { return code == 0 || isEnemy(code); };
-    std::vector<int> found;
-    const auto tryMove = [&](int to) {
-        sPosition trial = position;
-        if (MoveKeepsKingSafe(&trial, from, to))
-            found.push_back(to);
-    };
-    if (!(white ? piece >= 9 && piece <= 14 : piece >= 1 && piece <= 6))
-        return found;
-    const int kind = piece & 7;
-    if (kind == 1) {
-        if (white ? from >= 56 : from < 8)
-            return found;
-        const int forward = white ? 8 : -8;
-        const auto capture = [&](int step, bool allowed) {
-            if (!allowed)
-                return;
-            if (isEnemy(position.board[from + step]))
-                tryMove(from + step);
-            if (from + step == position.epSquare && isFree(position.board[from + step]))
-                tryMove(from + step);
-        };
-        capture(white ? 7 : -7, white ? (from & 7) != 0 : (from & 7) != 7);
-        if (position.board[from + forward] == 0) {
-            tryMove(from + forward);
-            if ((white ? from < 16 : from >= 48) && position.board[from + 2 * forward] == 0)
-                tryMove(from + 2 * forward);
-        }
-        capture(white ? 9 : -9, white ? (from & 7) != 7 : (from & 7) != 0);
-        return found;
-    }
-    if (kind == 2) {
-        for (int step : {6, 15, 17, 10, -6, -15, -17, -10})
-            if (StepOkKnight(from, step) && isFree(position.board[from + step]))
-                tryMove(from + step);
-        return found;
-    }
-    std::vector<int> steps;
-    if (kind != 4)
-        steps.insert(steps.end(), {7, 9, -7, -9});
-    if (kind != 3)
-        steps.insert(steps.end(), {8, 1, -8, -1});
-    for (int step : steps)
-        for (int at = from; StepOkDiagonal(at, step) && StepOkStraight(at, step);) {
-            at += step;
-            if (isFree(position.board[at]))
-                tryMove(at);
-            if (position.board[at] != 0 || kind == 6)
-                break;
-        }
-    if (kind == 6 && from == (white ? 4 : 60)) {
-        const uint8_t rook = white ? 12 : 4;
-        const auto attacked = [&](int square) {
-            return white ? AttackedByBlack(&position, square) : AttackedByWhite(&position, square);
-        };
-        const uint8_t* b = position.board;
-        if ((white ? position.castleWhiteShort : position.castleBlackShort) && !b[from + 1] && !b[from + 2] &&
-            b[from + 3] == rook && !attacked(from) && !attacked(from + 1))
-            tryMove(from + 2);
-        if ((white ? position.castleWhiteLong : position.castleBlackLong) && !b[from - 1] && !b[from - 2] &&
-            !b[from - 3] && b[from - 4] == rook && !attacked(from) && !attacked(from - 1))
-            tryMove(from - 2);
-    }
-    return found;
 }
 
 TEST(HostileRecords, GeneratorAgreesWithThePlainGenerator)

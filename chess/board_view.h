@@ -1,0 +1,34 @@
+// A square-set view of a position record, for the fast answers of the move
+// generator. It exists only for ordinary records: every board byte a piece
+// code or empty, one king of each colour, no pawn on the first or the eighth
+// rank, and an en passant square that is none (64 or above) or the empty
+// square behind an enemy pawn on the side to move's fifth rank. On such a
+// record the step-by-step rules and the square-set rules give the same
+// answers; any other record goes the step-by-step way.
+#ifndef ORVAN_CHESS_BOARD_VIEW_H
+#define ORVAN_CHESS_BOARD_VIEW_H
+
+#include <array>
+#include <cstdint>
+
+#include "chess/bitboards.h"
+#include "orvan.h"
+
+struct BoardView {
+    std::array<SquareSet, 8> kinds;  // by piece kind (code AND 7); index 0 holds the empty squares
+    SquareSet white, black, occupied;
+    bool whiteToMove;
+    int epSquare;  // 64 when there is none
+    // Whether the side to move's castling fields allow it to castle.
+    bool shortCastling, longCastling;
+
+    SquareSet Pieces(int kind, bool whiteMen) const { return kinds[kind] & (whiteMen ? white : black); }
+    SquareSet Own() const { return whiteToMove ? white : black; }
+    SquareSet Enemy() const { return whiteToMove ? black : white; }
+};
+
+// Fills `view` from `position` and returns true when the record is
+// ordinary; `view` means nothing otherwise.
+bool ReadOrdinaryView(const sPosition& position, BoardView& view);
+
+#endif

@@ -1,0 +1,28 @@
+// Attacks and legal moves on the square-set view of an ordinary record, with
+// the answers the step-by-step generator gives: a move is legal when the
+// mover's king stands unattacked after it. Pins and checks are read from the
+// lines through the king instead of trying each move on the board.
+#ifndef ORVAN_CHESS_VIEW_RULES_H
+#define ORVAN_CHESS_VIEW_RULES_H
+
+#include "chess/board_view.h"
+
+// The men of one colour that attack `square` when the board is occupied as
+// `occupied`.
+SquareSet AttackersOf(const BoardView& view, int square, bool byWhite, SquareSet occupied);
+
+// The king of the side to move and the enemy men that give it check.
+struct KingGuard {
+    int king;
+    SquareSet checkers;
+};
+KingGuard GuardOfSideToMove(const BoardView& view);
+
+// Whether `to` is a legal destination of the man of kind `kind` (code AND 7)
+// on `from`, a man of the side to move.
+bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, int from, int to);
+
+// Whether any man of the side to move has a legal destination.
+bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard);
+
+#endif

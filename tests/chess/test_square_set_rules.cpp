@@ -1,0 +1,153 @@
+// The square-set answers for ordinary records against the plain generator:
+// on the positions of real games read from the corpus, and on positions of
+// random legal play, some of them with a field or a square spoiled so that
+// the choice between the square-set answers and the step-by-step walk is
+// tested as well. Each position is asked for the legality of moves, the
+// ambiguity and the outcome of a move, and whether the side to move is
+// stuck; the record must come back unchanged.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "chess/move_generator.h"
+#include "chess/move_notation.h"
+#include "chess/position.h"
+#include "pgn/pgn_game.h"
+#include "pgn/read/pgn_read.h"
+#include "tests/chess/fen_setter.h"
+#include "tests/chess/plain_generator.h"
+
+namespace {
+
+constexpr const char* CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
+constexpr size_t CorpusPositionLimit = 100000;
+
+constexpr uint32_t Move(int from, int to) { return static_cast<uint32_t>(from | to << 8); }
+
+bool SameRecord(const sPosition& a, const sPosition& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+struct Legal {
+    std::vector<uint32_t> moves;
+    bool found(uint32_t move) const { return std::find(moves.begin(), moves.end(), move) != moves.end(); }
+};
+
+Legal PlainLegalMoves(const sPosition& position)
+{
+    Legal legal;
+    for (int from = 0; from < 64; ++from)
+        for (int to : PlainDestinations(position, from))
+            legal.moves.push_back(Move(from, to));
+    return legal;
+}
+
+// Compares every answer for one position and one move of it (`move` 0 when
+// the position has none); `probeFrom` is the square whose every target is
+// asked for, beside the legal moves of all the others.
+void ExpectAgreement(sPosition position, uint32_t move, const Legal& legal, int probeFrom)
+{
+    const sPosition before = position;
+    for (uint32_t legalMove : legal.moves)
+        ASSERT_EQ(MoveIsLegal(&position, legalMove), 1) << std::hex << legalMove;
+    for (int to = 0; to < 64; ++to)
+        ASSERT_EQ(MoveIsLegal(&position, Move(probeFrom, to)), legal.found(Move(probeFrom, to)) ? 1 : 0)
+            << probeFrom << "-" << to;
+    ASSERT_EQ(SideToMoveHasNoMove(&position), legal.moves.empty() ? 1 : 0);
+    if (move != 0) {
+        ASSERT_EQ(FindAmbiguity(&position, move), PlainAmbiguity(position, move)) << std::hex << move;
+        ASSERT_EQ(MoveOutcome(&position, move), PlainOutcome(position, move)) << std::hex << move;
+        OvGetMoveInfo(&position, move);
+    }
+    ASSERT_TRUE(SameRecord(position, before));
+}
+
+struct CorpusPositions {
+    std::vector<sPosition> positions;
+    std::vector<uint32_t> moves;
+};
+
+int32_t CollectMainLine(PgnGame* game, int32_t, int32_t, intptr_t context)
+{
+    auto& collected = *reinterpret_cast<CorpusPositions*>(context);
+    sPosition position = *game->position;
+    for (uint32_t i = 0; i < game->moveCount && collected.positions.size() < CorpusPositionLimit; ++i) {
+        collected.positions.push_back(position);
+        collected.moves.push_back(game->moves[i]);
+        ApplyMove(&position, game->moves[i]);
+    }
+    return collected.positions.size() < CorpusPositionLimit;
+}
+
+TEST(SquareSetRules, AgreeWithThePlainGeneratorOnRealGames)
+{
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(CorpusPath, "rb"), &std::fclose);
+    if (!file)
+        GTEST_SKIP() << "corpus " << CorpusPath << " not found";
+    PgnGameStorage storage;
+    ASSERT_TRUE(storage.Allocated());
+    PgnSource source;
+    source.file = file.get();
+    CorpusPositions corpus;
+    PgnReadGames(source, storage.Game(), 0, nullptr, &CollectMainLine, reinterpret_cast<intptr_t>(&corpus));
+    ASSERT_FALSE(corpus.positions.empty());
+    for (size_t i = 0; i < corpus.positions.size(); ++i) {
+        const sPosition& position = corpus.positions[i];
+        ExpectAgreement(position, corpus.moves[i], PlainLegalMoves(position), static_cast<int>(i % 64));
+        if (HasFatalFailure())
+            return;
+    }
+}
+
+// Spoils a record now and then: an en passant square anywhere, castling
+// fields above 1, a second king, a pawn on an edge rank, a byte that is no
+// piece. Some of these leave the record ordinary, the others send it the
+// step-by-step way; the answers must agree either way.
+void MaybeSpoil(sPosition& position, std::mt19937& random)
+{
+    switch (random() % 16) {
+    case 0: position.epSquare = static_cast<uint8_t>(random() % 70); break;
+    case 1: position.castleWhiteShort = position.castleBlackLong = static_cast<uint8_t>(random() % 70); break;
+    case 2: position.board[random() % 64] = (random() % 2) ? OV_WHITE_KING : OV_BLACK_KING; break;
+    case 3: position.board[(random() % 2) * 56 + random() % 8] = (random() % 2) ? OV_WHITE_PAWN : OV_BLACK_PAWN; break;
+    case 4: position.board[random() % 64] = static_cast<uint8_t>(random() % 2 ? 7 : 8 + 7 * (random() % 2)); break;
+    case 5: position.board[random() % 64] = static_cast<uint8_t>(16 + random() % 240); break;
+    default: break;
+    }
+}
+
+TEST(SquareSetRules, AgreeWithThePlainGeneratorInRandomPlay)
+{
+    // Start positions with castling, en passant, promotions and pins near.
+    const char* starts[] = {
+        "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -",
+        "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq -",
+        "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - -",
+        "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq -",
+        "4k3/1P4p1/8/3pP3/8/8/1p4P1/4K3 w - d6",
+    };
+    std::mt19937 random(2025);
+    int positions = 0;
+    for (int game = 0; positions < 100000; ++game) {
+        sPosition position = PositionFromFen(starts[game % std::size(starts)]);
+        for (int ply = 0; ply < 160; ++ply, ++positions) {
+            sPosition asked = position;
+            MaybeSpoil(asked, random);
+            const Legal legal = PlainLegalMoves(asked);
+            const uint32_t move = legal.moves.empty() ? 0 : legal.moves[random() % legal.moves.size()];
+            ExpectAgreement(asked, move, legal, static_cast<int>(random() % 64));
+            if (HasFatalFailure())
+                return;
+            // Play goes on from the unspoilt record.
+            const Legal playable = SameRecord(asked, position) ? legal : PlainLegalMoves(position);
+            if (playable.moves.empty())
+                break;
+            ApplyMove(&position, playable.moves[random() % playable.moves.size()]);
+        }
+    }
+}
+
+}  // namespace
