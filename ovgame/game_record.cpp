@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "ovgame/move_codec.h"
+#include "ovgame/pattern_statistics.h"
 
 namespace ovg {
 namespace {
@@ -407,8 +408,11 @@ int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
     int32_t length = 0;
     if (size < 2 || !ReadRecord(in, nullptr, length, nullptr, sections))
         return -1;
-    if (!sections.signature.MayContain(game.patternCounts))
+    ++PatternStatistics.tested;
+    if (!sections.signature.MayContain(game.patternCounts)) {
+        ++PatternStatistics.rejectedBySignature;
         return 0;
+    }
     const Position& pattern = game.pattern;
     if (SamePosition(sections.initial, pattern))
         return 1;
