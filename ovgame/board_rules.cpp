@@ -230,7 +230,7 @@ uint8_t CastlingAllowed(const Position& pos)
     return allowed;
 }
 
-int TargetsOf(const Position& pos, int from, uint8_t* targets)
+int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit)
 {
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code))
@@ -241,22 +241,22 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets)
     case Pawn:
         return PawnTargets(pos, from, own, targets);
     case Knight:
-        for (int d = 0; d < 8; ++d) {
+        for (int d = 0; d < 8 && n < limit; ++d) {
             const int to = KnightTable.to[from][d];
             if (to >= 0 && CanTake(pos, to, own))
                 targets[n++] = uint8_t(to);
         }
         return n;
     case Bishop:
-        for (int d = 1; d < 8; d += 2)
+        for (int d = 1; d < 8 && n < limit; d += 2)
             n = AddRay(pos, from, d, own, targets, n);
         return n;
     case Rook:
-        for (int d = 0; d < 8; d += 2)
+        for (int d = 0; d < 8 && n < limit; d += 2)
             n = AddRay(pos, from, d, own, targets, n);
         return n;
     case Queen:
-        for (int d = 0; d < 8; ++d)
+        for (int d = 0; d < 8 && n < limit; ++d)
             n = AddRay(pos, from, d, own, targets, n);
         return n;
     case King:
@@ -265,13 +265,15 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets)
             if (to >= 0 && CanTake(pos, to, own))
                 targets[n++] = uint8_t(to);
         }
-        if (from == HomeKingSquare[own]) {
-            const uint8_t rights = pos.castling & CastlingAllowed(pos);
-            if ((rights & CastleFlag[own][0]) && !IsPiece(pos.squares[from + 1]) &&
-                !IsPiece(pos.squares[from + 2]))
+        if (from == HomeKingSquare[own] && n < limit && (pos.castling & (CastleFlag[own][0] | CastleFlag[own][1]))) {
+            const uint8_t rook = PieceCode(own, Rook);
+            const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+            const auto empty = [&](int sq) { return ((allMen >> sq) & 1) == 0; };
+            if ((pos.castling & CastleFlag[own][0]) && pos.squares[HomeRookSquare[own][0]] == rook &&
+                empty(from + 1) && empty(from + 2))
                 targets[n++] = uint8_t(from + 2);
-            if ((rights & CastleFlag[own][1]) && !IsPiece(pos.squares[from - 1]) &&
-                !IsPiece(pos.squares[from - 2]) && !IsPiece(pos.squares[from - 3]))
+            if ((pos.castling & CastleFlag[own][1]) && pos.squares[HomeRookSquare[own][1]] == rook &&
+                empty(from - 1) && empty(from - 2) && empty(from - 3))
                 targets[n++] = uint8_t(from - 2);
         }
         return n;

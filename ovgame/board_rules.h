@@ -67,8 +67,9 @@ constexpr int MaxTargets = 32;
 // Destination squares of the piece on `from`, pseudo-legal, in a fixed order:
 // steps and rays per direction, for a king then the castling targets (short,
 // long) when the right stands and the squares between are empty, for a pawn
-// the pushes then the captures (en passant included). Result the count.
-int TargetsOf(const Position& pos, int from, uint8_t* targets);
+// the pushes then the captures (en passant included). Generation may stop
+// once `limit` targets are found. Result the count.
+int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit = MaxTargets);
 
 bool IsAttacked(const Position& pos, int square, Color by);
 bool InCheck(const Position& pos, Color color);

@@ -83,7 +83,7 @@ bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int
         return false;
     from = std::countr_zero(men);
     uint8_t targets[MaxTargets];
-    if (place >= TargetsOf(pos, from, targets))
+    if (place >= TargetsOf(pos, from, targets, place + 1))
         return false;
     to = targets[place];
     promotion = IsPromotion(pos, from, to) ? PromotionKinds[promo] : NoKind;
