@@ -1,0 +1,259 @@
+// Every command of the orvan host run as a person runs it: on the sample
+// games the project ships, with their output and exit codes checked.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kSample = ORVAN_SOURCE_DIR "/cli/tour/sample.pgn";
+constexpr int kSampleGames = 36;
+
+struct CliRun {
+    int code;
+    std::string out, err;
+};
+
+std::string ReadFile(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+void WriteFile(const fs::path& path, const std::string& text)
+{
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+class OrvanCommands : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        dir_ = fs::temp_directory_path() /
+               fmt::format("orvan-cli-{}-{}", ::getpid(), ::testing::UnitTest::GetInstance()->random_seed());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+        db_ = (dir_ / "games.ovg").string();
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    // Runs orvan with `arguments` (shell words) in the test's directory.
+    CliRun Orvan(const std::string& arguments)
+    {
+        const auto out = dir_ / "stdout", err = dir_ / "stderr";
+        const std::string command =
+            fmt::format("cd '{}' && '{}' {} </dev/null >'{}' 2>'{}'", dir_.string(), ORVAN_CLI, arguments,
+                        out.string(), err.string());
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+    }
+
+    // A game file holding the sample games.
+    void ImportSample()
+    {
+        const CliRun run = Orvan(fmt::format("import --create games.ovg '{}'", kSample));
+        ASSERT_EQ(run.code, 0) << run.err;
+    }
+
+    fs::path dir_;
+    std::string db_;
+};
+
+TEST_F(OrvanCommands, ImportStoresTheSampleAndReportsCounts)
+{
+    ASSERT_EQ(Orvan("create games.ovg").code, 0);
+    const CliRun run = Orvan(fmt::format("import games.ovg '{}' '{}'", kSample, kSample));
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.out.find(fmt::format("games.ovg: {} games", 2 * kSampleGames)), std::string::npos) << run.out;
+    // Not a terminal: plain lines with the counts, no bar.
+    EXPECT_NE(run.err.find(fmt::format("sample.pgn: {} games stored, 0 skipped", kSampleGames)), std::string::npos)
+        << run.err;
+    EXPECT_EQ(run.err.find('\r'), std::string::npos);
+}
+
+TEST_F(OrvanCommands, ImportCountsTheGamesItSkips)
+{
+    // The second game has no moves and a FEN that is no position: the reader skips it.
+    WriteFile(dir_ / "two.pgn",
+              "[White \"A\"]\n\n1. e4 e5 1-0\n\n[White \"B\"]\n[SetUp \"1\"]\n[FEN \"garbage\"]\n\n*\n\n"
+              "[White \"C\"]\n\n1. d4 d5 0-1\n");
+    const CliRun run = Orvan("import --create games.ovg two.pgn");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.err.find("2 games stored, 1 skipped"), std::string::npos) << run.err;
+}
+
+TEST_F(OrvanCommands, SearchFindsByHeaderAndByPosition)
+{
+    ImportSample();
+    CliRun run = Orvan("search games.ovg white~ller");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("Müller"), std::string::npos) << run.out;
+
+    run = Orvan("search games.ovg --json result=1-0");
+    ASSERT_EQ(run.code, 0);
+    const size_t hits = static_cast<size_t>(std::count(run.out.begin(), run.out.end(), '{'));
+    EXPECT_GT(hits, 0u);
+    EXPECT_EQ(run.out.find("\"result\": \"0-1\""), std::string::npos);
+    EXPECT_EQ(static_cast<size_t>(std::count(run.out.begin(), run.out.end(), '}')), hits);
+
+    // After 1. d4 c6 2. Nd2 only the first game stands here.
+    run = Orvan("search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'");
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.out.find("1 game\n"), std::string::npos) << run.out;
+
+    run = Orvan("search games.ovg white=Nobody");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_NE(run.out.find("0 games"), std::string::npos);
+}
+
+TEST_F(OrvanCommands, ShowPrintsHeaderMovesAndBoard)
+{
+    ImportSample();
+    const CliRun run = Orvan("show games.ovg 1 --ply 3");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.out.find("Annotator Orvan team"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("(1... d5 2. c4 {the Queen's Gambit})"), std::string::npos);
+    EXPECT_NE(run.out.find("13. Bg5 $1"), std::string::npos);
+    EXPECT_NE(run.out.find("2  P P P N P P P P"), std::string::npos);
+    EXPECT_NE(run.out.find("FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"), std::string::npos);
+}
+
+TEST_F(OrvanCommands, ExportWritesAllARangeOrHitsAndReimportsTheSame)
+{
+    ImportSample();
+    CliRun run = Orvan("export games.ovg -o all.pgn");
+    ASSERT_EQ(run.code, 0) << run.err;
+    run = Orvan("import --create again.ovg all.pgn");
+    EXPECT_NE(run.out.find(fmt::format("again.ovg: {} games", kSampleGames)), std::string::npos) << run.out;
+    // The round trip through the store keeps every game's text.
+    ASSERT_EQ(Orvan("export again.ovg -o twice.pgn").code, 0);
+    EXPECT_EQ(ReadFile(dir_ / "all.pgn"), ReadFile(dir_ / "twice.pgn"));
+
+    run = Orvan("export games.ovg --games 2-4");
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n') > 0, true);
+    EXPECT_EQ(run.out.find("[Round \"1\"]"), std::string::npos);
+    EXPECT_NE(run.out.find("[Round \"4\"]"), std::string::npos);
+
+    run = Orvan("export games.ovg round=5");
+    EXPECT_NE(run.out.find("[Round \"5\"]"), std::string::npos);
+    EXPECT_EQ(run.out.find("[Round \"4\"]"), std::string::npos);
+}
+
+TEST_F(OrvanCommands, DeleteAndUndeleteMarkGamesForSearchExportAndStats)
+{
+    ImportSample();
+    CliRun run = Orvan("delete games.ovg 1-3");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.out.find("deleted 3 games"), std::string::npos);
+
+    run = Orvan("stats games.ovg");
+    EXPECT_NE(run.out.find(fmt::format("{} games counted, 3 marked deleted", kSampleGames - 3)), std::string::npos)
+        << run.out;
+    run = Orvan("search games.ovg round=2");
+    EXPECT_EQ(run.code, 1);
+    run = Orvan("search games.ovg --include-deleted round=2");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("2D"), std::string::npos) << run.out;
+    run = Orvan("export games.ovg");
+    EXPECT_EQ(run.out.find("[Round \"2\"]"), std::string::npos);
+
+    ASSERT_EQ(Orvan("undelete games.ovg 2").code, 0);
+    run = Orvan("search games.ovg round=2");
+    EXPECT_EQ(run.code, 0);
+}
+
+TEST_F(OrvanCommands, StatsDrawsHistogramsOfResultsFamiliesAndYears)
+{
+    ImportSample();
+    const CliRun run = Orvan("stats games.ovg");
+    ASSERT_EQ(run.code, 0) << run.err;
+    for (const char* part : {"Results", "1/2", "ECO families", "  A ", "Years", "1950s", "####"})
+        EXPECT_NE(run.out.find(part), std::string::npos) << part << "\n" << run.out;
+}
+
+TEST_F(OrvanCommands, MullerSurvivesBothEncodingsInAndUtf8Out)
+{
+    const std::string game = "[Event \"E\"]\n[White \"M{}ller\"]\n[Black \"B\"]\n[Result \"1-0\"]\n\n1. e4 e5 1-0\n";
+    WriteFile(dir_ / "utf8.pgn", fmt::format(fmt::runtime(game), "\xC3\xBC"));
+    WriteFile(dir_ / "cp1252.pgn", fmt::format(fmt::runtime(game), "\xFC"));
+    ASSERT_EQ(Orvan("import --create games.ovg utf8.pgn cp1252.pgn").code, 0);
+
+    CliRun run = Orvan("search games.ovg --json white^=M");
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '{'), 2);
+    EXPECT_EQ(run.out.find("M\\u00fcller"), std::string::npos);
+    size_t named = 0;
+    for (size_t at = run.out.find("M\xC3\xBCller"); at != std::string::npos; at = run.out.find("M\xC3\xBCller", at + 1))
+        ++named;
+    EXPECT_EQ(named, 2u) << run.out;
+
+    run = Orvan("export games.ovg");
+    EXPECT_NE(run.out.find("[White \"M\xC3\xBCller\"]"), std::string::npos);
+    run = Orvan("export games.ovg --encoding windows-1252");
+    EXPECT_NE(run.out.find("[White \"M\xFCller\"]"), std::string::npos);
+
+    // A Windows-1252 file read as UTF-8 by choice keeps no wrong bytes.
+    ASSERT_EQ(Orvan("import --create forced.ovg --encoding utf-8 cp1252.pgn").code, 0);
+    run = Orvan("export forced.ovg");
+    EXPECT_NE(run.out.find("[White \"M?ller\"]"), std::string::npos) << run.out;
+}
+
+TEST_F(OrvanCommands, BadInputGetsOneLineAndAnExitCode)
+{
+    ImportSample();
+    WriteFile(dir_ / "notes.txt", "just some text\n");
+    const struct {
+        std::string arguments;
+        int code;
+        const char* says;
+    } cases[] = {
+        {"search missing.ovg", 3, "orvan search: missing.ovg: no such file"},
+        {"search notes.txt", 3, "orvan search: notes.txt: not a game file"},
+        {fmt::format("show '{}' 1", kSample), 3, "not a game file"},
+        {"import games.ovg missing.pgn", 3, "orvan import: missing.pgn: no such file"},
+        {"import nothere.ovg notes.txt", 3, "nothere.ovg: no such file"},
+        {"search games.ovg --fen '8/8/8/8/8/8/8/8 w - -'", 2, "bad FEN '8/8/8/8/8/8/8/8 w - -': a king is missing"},
+        {"search games.ovg --fen 'rnbqkbnr w'", 2, "bad FEN"},
+        {"search games.ovg colour=white", 2, "bad condition 'colour=white': unknown field 'colour'"},
+        {"search games.ovg white=A --fen '4k3/8/8/8/8/8/8/4K3 w - -'", 2, "not both"},
+        {"show games.ovg 99", 2, "bad game range '99': the file has games 1 to 36"},
+        {"delete games.ovg 3-1", 2, "runs backwards"},
+        {"import games.ovg --encoding ebcdic notes.txt", 2, "unknown encoding 'ebcdic'"},
+        {"import games.ovg --piece-letters SL notes.txt", 2, "--piece-letters needs 5 letters"},
+        {"create games.ovg", 2, "already exists"},
+        {"export games.ovg -o nodir/out.pgn", 4, "nodir/out.pgn: cannot create a file there"},
+        {"export games.ovg white=Nobody -o none.pgn", 1, "no game to export"},
+        {"frobnicate", 2, "frobnicate"},
+    };
+    for (const auto& c : cases) {
+        const CliRun run = Orvan(c.arguments);
+        EXPECT_EQ(run.code, c.code) << c.arguments << "\n" << run.err;
+        EXPECT_NE(run.err.find(c.says), std::string::npos) << c.arguments << "\n" << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n') <= 2, true) << run.err;
+    }
+    // Nothing half written: no output file from a failed export, no partial file left behind.
+    EXPECT_FALSE(fs::exists(dir_ / "none.pgn"));
+    for (const auto& entry : fs::directory_iterator(dir_))
+        EXPECT_EQ(entry.path().filename().string().find(".partial-"), std::string::npos) << entry.path();
+}
+
+TEST_F(OrvanCommands, HelpDocumentsEveryCommandAndTheExitCodes)
+{
+    const CliRun run = Orvan("--help");
+    ASSERT_EQ(run.code, 0);
+    for (const char* command : {"create", "import", "export", "show", "search", "delete", "undelete", "stats"})
+        EXPECT_NE(run.out.find(fmt::format("  {}", command)), std::string::npos) << command;
+    EXPECT_NE(run.out.find("Exit codes"), std::string::npos);
+    const CliRun search = Orvan("search --help");
+    EXPECT_NE(search.out.find("fields: player"), std::string::npos) << search.out;
+}
+
+}  // namespace
