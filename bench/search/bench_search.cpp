@@ -2,11 +2,13 @@
 // search with a two-group query, and position searches for 20 positions taken
 // from real games at plies 8 to 40. The file is built once from the
 // self-play corpus, imported as often as needed, and kept beside this program
-// (search-games.ovg) for later runs.
+// (search-games.ovg) for later runs. Position searches also report the share
+// of games the store's signature rejected without replaying a move.
 // Usage: bench_search [benchmark flags] [file.ovg]
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <ctime>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -14,6 +16,7 @@
 
 #include "frame/library_attach.h"
 #include "orvan.h"
+#include "ovgame/pattern_statistics.h"
 
 namespace {
 
@@ -79,8 +82,39 @@ bool NeedFile(benchmark::State& state)
 
 struct Count {
     int64_t hits = 0;
-    int64_t tested = 0;
 };
+
+// Seconds of the calling thread's processor time: on a machine shared with
+// other work the real time says more about the load than about the search.
+double ThreadCpuSeconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
+}
+
+// Runs `search` once per iteration and reports games per second, of real
+// time and of the thread's processor time.
+template <class Search>
+void MeasureSearches(benchmark::State& state, Search search)
+{
+    Count count;
+    double realSeconds = 0;
+    double cpuSeconds = 0;
+    for (auto _ : state) {
+        count = Count{};
+        const auto realStart = std::chrono::steady_clock::now();
+        const double cpuStart = ThreadCpuSeconds();
+        search(count);
+        cpuSeconds += ThreadCpuSeconds() - cpuStart;
+        realSeconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - realStart).count();
+    }
+    const double searched = double(TheFile().games) * double(state.iterations());
+    state.counters["games_per_s"] = searched / realSeconds;
+    state.counters["games_per_cpu_s"] = searched / cpuSeconds;
+    state.counters["hits"] = double(count.hits);
+    state.counters["games"] = double(TheFile().games);
+}
 
 int32_t CountHits(uint32_t game, int32_t number, int32_t, intptr_t user)
 {
@@ -88,14 +122,6 @@ int32_t CountHits(uint32_t game, int32_t number, int32_t, intptr_t user)
     if (game != 0)
         ++count.hits;
     return 1;
-}
-
-void Throughput(benchmark::State& state, const Count& count)
-{
-    state.counters["games_per_s"] = benchmark::Counter(double(TheFile().games) * double(state.iterations()),
-                                                       benchmark::Counter::kIsRate);
-    state.counters["hits"] = double(count.hits);
-    state.counters["games"] = double(TheFile().games);
 }
 
 void SetCondition(sQuery& query, int row, int group, int32_t field, int32_t op, const char* value)
@@ -116,12 +142,9 @@ void BM_HeaderSearchTwoGroups(benchmark::State& state)
     SetCondition(query, 1, 0, QfResult, QopEquals, "1-0");
     SetCondition(query, 0, 1, QfBlack, QopEquals, "Jensen, Rosa");
     SetCondition(query, 1, 1, QfResult, QopEquals, "0-1");
-    Count count;
-    for (auto _ : state) {
-        count = Count{};
+    MeasureSearches(state, [&](Count& count) {
         OvSearchGameHdrs(TheFile().file, &query, &CountHits, reinterpret_cast<intptr_t>(&count));
-    }
-    Throughput(state, count);
+    });
 }
 BENCHMARK(BM_HeaderSearchTwoGroups)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
@@ -142,12 +165,12 @@ void BM_PositionSearch(benchmark::State& state)
     if (!NeedFile(state))
         return;
     const sPosition position = PositionFromGame(static_cast<int>(state.range(0)));
-    Count count;
-    for (auto _ : state) {
-        count = Count{};
+    OvgGetPatternStatistics(1);
+    MeasureSearches(state, [&](Count& count) {
         OvSearchPosGames(TheFile().file, &position, 0, &CountHits, reinterpret_cast<intptr_t>(&count));
-    }
-    Throughput(state, count);
+    });
+    const OvgPatternStatistics tests = OvgGetPatternStatistics(1);
+    state.counters["signature_rejects"] = double(tests.rejectedBySignature) / double(tests.tested);
 }
 BENCHMARK(BM_PositionSearch)->DenseRange(0, PositionCount - 1)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
 
