@@ -1,26 +1,11 @@
 #include "keys/keys_corpus.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
 #include "ovkey/eco_tree/eco_tree.h"
 
 namespace fs = std::filesystem;
-
-ScratchDirectory::ScratchDirectory()
-{
-    char pattern[] = "/tmp/orvan-keys-XXXXXX";
-    if (mkdtemp(pattern) != nullptr)
-        path_ = pattern;
-}
-
-ScratchDirectory::~ScratchDirectory()
-{
-    std::error_code ignored;
-    if (!path_.empty())
-        fs::remove_all(path_, ignored);
-}
 
 bool CutCorpusPrefix(const fs::path& path, int games)
 {
@@ -50,9 +35,4 @@ bool OpenEcoDatabase(const fs::path& gameFile)
     if (OvOpenDatabase(gameFile.c_str(), OV_KEYDB_CREATE) != 1)
         return false;
     return ovkey::BuildEcoTree(ovkey::ReadEcoLines(text)).keys > 0;
-}
-
-void WriteText(const fs::path& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
 }

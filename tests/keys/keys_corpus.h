@@ -12,19 +12,6 @@ inline const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfpl
 inline const std::string EcoPath = "/usr/share/pgn-extract/eco.pgn";
 inline const std::string PgnExtract = "/usr/games/pgn-extract";
 
-// A directory removed with its content when the object ends.
-class ScratchDirectory {
-public:
-    ScratchDirectory();
-    ~ScratchDirectory();
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 // Writes the first `games` games of the corpus to `path` without their
 // opening tags (ECO, Opening, Variation, SubVariation). False when the
 // corpus is missing.
@@ -33,8 +20,5 @@ bool CutCorpusPrefix(const std::filesystem::path& path, int games);
 // Opens a new key database at `gameFile` holding the ECO tree. False when
 // the ECO file is missing or the database cannot be made.
 bool OpenEcoDatabase(const std::filesystem::path& gameFile);
-
-// Writes `text` to `path`, replacing it.
-void WriteText(const std::filesystem::path& path, const std::string& text);
 
 #endif

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "keydb/key_test_support.h"
 #include "keys/keys_corpus.h"
 
 namespace {
@@ -22,6 +23,7 @@ constexpr int PrefixGames = 3000;
 
 struct KeyedCorpus {
     ScratchDirectory scratch;
+    fs::path directory{scratch.Path()};
     fs::path prefix;
     OvGameFile file = 0;
     OvGameBuffer game = 0;
@@ -59,10 +61,10 @@ protected:
     static void SetUpTestSuite()
     {
         auto corpus = std::make_unique<KeyedCorpus>();
-        corpus->prefix = corpus->scratch.Path() / "prefix.pgn";
-        if (!CutCorpusPrefix(corpus->prefix, PrefixGames) || !OpenEcoDatabase(corpus->scratch.Path() / "eco.ovg"))
+        corpus->prefix = corpus->directory / "prefix.pgn";
+        if (!CutCorpusPrefix(corpus->prefix, PrefixGames) || !OpenEcoDatabase(corpus->directory / "eco.ovg"))
             return;
-        corpus->file = OvCreateGamefile((corpus->scratch.Path() / "games.ovg").c_str());
+        corpus->file = OvCreateGamefile((corpus->directory / "games.ovg").c_str());
         OvPgnImport(corpus->prefix.c_str(), corpus->file, 0, nullptr, nullptr, 0);
         corpus->game = OvAllocGameBuffer();
         Corpus = corpus.release();
@@ -89,7 +91,7 @@ TEST_F(KeyedCorpusTest, GameKeysAgreeWithPgnExtract)
 {
     if (!fs::exists(PgnExtract))
         GTEST_SKIP() << PgnExtract << " is missing (Debian package pgn-extract)";
-    const std::vector<std::string> expected = PgnExtractCodes(Corpus->prefix, Corpus->scratch.Path() / "eco.pgn");
+    const std::vector<std::string> expected = PgnExtractCodes(Corpus->prefix, Corpus->directory / "eco.pgn");
     ASSERT_EQ(expected.size(), size_t(PrefixGames));
 
     int agreed = 0;
@@ -146,9 +148,9 @@ TEST_F(KeyedCorpusTest, MovesGameAndPositionTellTheSameKeys)
 
 TEST_F(KeyedCorpusTest, SetUpGamesAreNotClassifiedByMoves)
 {
-    const fs::path pgn = Corpus->scratch.Path() / "setup.pgn";
-    WriteText(pgn, "[Event \"e\"]\n[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n\n1. e4 Kd7 *\n");
-    const OvGameFile file = OvCreateGamefile((Corpus->scratch.Path() / "setup.ovg").c_str());
+    const fs::path pgn = Corpus->directory / "setup.pgn";
+    WriteFile(pgn, "[Event \"e\"]\n[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n\n1. e4 Kd7 *\n");
+    const OvGameFile file = OvCreateGamefile((Corpus->directory / "setup.ovg").c_str());
     ASSERT_EQ(OvPgnImport(pgn.c_str(), file, 0, nullptr, nullptr, 0), 0);
     ASSERT_NE(OvReadGame(Corpus->game, file, 1), 0);
     OvPlayMoves(Corpus->game, 1);

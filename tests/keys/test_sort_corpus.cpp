@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "keydb/key_test_support.h"
 #include "keys/keys_corpus.h"
 #include "keys/sort_kinds.h"
 
@@ -79,6 +80,7 @@ std::vector<int32_t> SortableKinds()
 
 struct SortedCorpus {
     ScratchDirectory scratch;
+    fs::path directory{scratch.Path()};
     OvGameFile file = 0;
     OvGameBuffer game = 0;
     // values[kind][n - 1], and whether game n is deleted.
@@ -139,10 +141,10 @@ protected:
     static void SetUpTestSuite()
     {
         auto corpus = std::make_unique<SortedCorpus>();
-        const fs::path prefix = corpus->scratch.Path() / "prefix.pgn";
+        const fs::path prefix = corpus->directory / "prefix.pgn";
         if (!CutCorpusPrefix(prefix, PrefixGames))
             return;
-        corpus->file = OvCreateGamefile((corpus->scratch.Path() / "games.ovg").c_str());
+        corpus->file = OvCreateGamefile((corpus->directory / "games.ovg").c_str());
         OvPgnImport(prefix.c_str(), corpus->file, 0, nullptr, nullptr, 0);
         for (int32_t n = 3; n <= PrefixGames; n += 7)
             OvDeleteGame(corpus->file, n);
@@ -195,13 +197,13 @@ TEST_F(SortedCorpusTest, FirstGameDeletedGamesAndCount)
 
 TEST_F(SortedCorpusTest, IndexFilesServeSortsAsTheFileChanges)
 {
-    const fs::path directory = Corpus->scratch.Path() / "index";
+    const fs::path directory = Corpus->directory / "index";
     ASSERT_EQ(OvIndexCreateUpdate(Corpus->file, directory.c_str(), 0, 0, 0, 0, 0), 19);
     EXPECT_EQ(std::distance(fs::directory_iterator(directory), fs::directory_iterator()), 19);
     ExpectEverySortRight("fresh index files");
 
     // More games behind those the files cover, and a damaged file.
-    const fs::path more = Corpus->scratch.Path() / "more.pgn";
+    const fs::path more = Corpus->directory / "more.pgn";
     ASSERT_TRUE(CutCorpusPrefix(more, 40));
     OvPgnImport(more.c_str(), Corpus->file, 0, nullptr, nullptr, 0);
     fs::resize_file(*fs::directory_iterator(directory), 30);
