@@ -3,6 +3,8 @@
 
 #include <emmintrin.h>
 
+#include <bit>
+
 #include "chess/piece_codes.h"
 
 namespace {
@@ -11,6 +13,11 @@ namespace {
 SquareSet Mask(__m128i matches, int group)
 {
     return static_cast<SquareSet>(static_cast<uint16_t>(_mm_movemask_epi8(matches))) << (16 * group);
+}
+
+__m128i Row(const sPosition& position, int group)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(position.board + 16 * group));
 }
 
 bool EnPassantSquareOrdinary(const sPosition& position, const BoardView& view)
@@ -24,7 +31,30 @@ bool EnPassantSquareOrdinary(const sPosition& position, const BoardView& view)
            (view.Pieces(PawnKind, !white) & SquareBit(victim)) != 0;
 }
 
+// The parts of the view that follow from the kinds and the white men, and
+// the fields; whether the record is ordinary, all its codes being pieces.
+bool FinishOrdinaryView(const sPosition& position, BoardView& view)
+{
+    view.occupied = ~view.kinds[0];
+    view.black = view.occupied & ~view.white;
+    view.whiteToMove = WhiteToMove(position);
+    view.epSquare = position.epSquare < OV_NO_EP_SQUARE ? position.epSquare : OV_NO_EP_SQUARE;
+    view.shortCastling = (view.whiteToMove ? position.castleWhiteShort : position.castleBlackShort) != 0;
+    view.longCastling = (view.whiteToMove ? position.castleWhiteLong : position.castleBlackLong) != 0;
+    return OneSquare(view.Pieces(KingKind, true)) && OneSquare(view.Pieces(KingKind, false)) &&
+           (view.kinds[PawnKind] & EdgeRanks) == 0 && EnPassantSquareOrdinary(position, view);
+}
+
 }  // namespace
+
+SquareSet SquaresHolding(const sPosition& position, uint8_t code)
+{
+    const __m128i wanted = _mm_set1_epi8(static_cast<char>(code));
+    SquareSet squares = 0;
+    for (int group = 0; group < 4; ++group)
+        squares |= Mask(_mm_cmpeq_epi8(Row(position, group), wanted), group);
+    return squares;
+}
 
 bool ReadOrdinaryView(const sPosition& position, BoardView& view)
 {
@@ -35,7 +65,7 @@ bool ReadOrdinaryView(const sPosition& position, BoardView& view)
     SquareSet lowCodes = 0;
     const __m128i highNibble = _mm_set1_epi8(static_cast<char>(0xF0));
     for (int group = 0; group < 4; ++group) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position.board + 16 * group));
+        const __m128i bytes = Row(position, group);
         bits[0] |= Mask(_mm_slli_epi16(bytes, 7), group);
         bits[1] |= Mask(_mm_slli_epi16(bytes, 6), group);
         bits[2] |= Mask(_mm_slli_epi16(bytes, 5), group);
@@ -49,12 +79,5 @@ bool ReadOrdinaryView(const sPosition& position, BoardView& view)
     // Codes 7, 8, 15 and anything above 15 are no pieces.
     if ((~lowCodes | view.kinds[7] | (view.kinds[0] & view.white)) != 0)
         return false;
-    view.occupied = ~view.kinds[0];
-    view.black = view.occupied & ~view.white;
-    view.whiteToMove = WhiteToMove(position);
-    view.epSquare = position.epSquare < OV_NO_EP_SQUARE ? position.epSquare : OV_NO_EP_SQUARE;
-    view.shortCastling = (view.whiteToMove ? position.castleWhiteShort : position.castleBlackShort) != 0;
-    view.longCastling = (view.whiteToMove ? position.castleWhiteLong : position.castleBlackLong) != 0;
-    return OneSquare(view.Pieces(KingKind, true)) && OneSquare(view.Pieces(KingKind, false)) &&
-           (view.kinds[PawnKind] & EdgeRanks) == 0 && EnPassantSquareOrdinary(position, view);
+    return FinishOrdinaryView(position, view);
 }

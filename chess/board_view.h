@@ -27,6 +27,9 @@ struct BoardView {
     SquareSet Enemy() const { return whiteToMove ? black : white; }
 };
 
+// The squares of `position` that hold exactly `code`.
+SquareSet SquaresHolding(const sPosition& position, uint8_t code);
+
 // Fills `view` from `position` and returns true when the record is
 // ordinary; `view` means nothing otherwise.
 bool ReadOrdinaryView(const sPosition& position, BoardView& view);

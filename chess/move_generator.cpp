@@ -41,6 +41,8 @@ constexpr CastlingRook CastlingRooks[4] = {
 
 const CastlingRook* CastlingRookOf(int piece, int from, int to)
 {
+    if ((piece & 7) != KingKind)
+        return nullptr;
     for (const CastlingRook& castling : CastlingRooks)
         if (piece == castling.king && from == castling.from && to == castling.to)
             return &castling;

@@ -1,6 +1,5 @@
 // The description byte of a move.
 #include <bit>
-#include <cstring>
 
 #include "chess/board_view.h"
 #include "chess/destination_walk.h"
@@ -37,19 +36,17 @@ int FindAmbiguity(sPosition* position, uint32_t move)
 {
     const int from = MoveFrom(move);
     const int to = MoveTo(move);
-    const uint8_t* board = position->board;
-    const uint8_t piece = board[from];
+    const uint8_t piece = position->board[from];
     // Only men of the side to move have destinations, and most men have no
     // twin on the board.
-    if (!(WhiteToMove(*position) ? IsWhiteMan(piece) : IsBlackMan(piece)) ||
-        (std::memchr(board, piece, from) == nullptr && std::memchr(board + from + 1, piece, 63 - from) == nullptr))
+    const SquareSet twins = SquaresHolding(*position, piece) & ~SquareBit(from);
+    if (!(WhiteToMove(*position) ? IsWhiteMan(piece) : IsBlackMan(piece)) || twins == 0)
         return 0;
     BoardView view;
     if (ReadOrdinaryView(*position, view)) {
         const KingGuard guard = GuardOfSideToMove(view);
         int ambiguity = 0;
-        for (SquareSet rivals = view.Pieces(piece & 7, view.whiteToMove) & ~SquareBit(from); rivals != 0;
-             rivals &= rivals - 1) {
+        for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
             const int rival = std::countr_zero(rivals);
             if (ViewMoveIsLegal(view, guard, piece & 7, rival, to))
                 ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;
@@ -58,9 +55,8 @@ int FindAmbiguity(sPosition* position, uint32_t move)
     }
     KingWatch watch = WatchSideToMove(position);
     int ambiguity = 0;
-    for (int rival = 0; rival < 64; ++rival) {
-        if (rival == from || position->board[rival] != piece)
-            continue;
+    for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
+        const int rival = std::countr_zero(rivals);
         OneDestinationSink sink{to};
         if (VisitDestinations(watch, rival, sink))
             ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;

@@ -147,6 +147,11 @@ SquareSet PawnTargetsOfAll(const BoardView& view, SquareSet pawns)
 SquareSet PinnedMen(const BoardView& view, int king)
 {
     SquareSet pinned = 0;
+    const SquareSet enemy = view.Enemy();
+    const SquareSet queens = view.kinds[QueenKind];
+    if ((DiagonalLines[king] & (view.kinds[BishopKind] | queens) & enemy) == 0 &&
+        (StraightLines[king] & (view.kinds[RookKind] | queens) & enemy) == 0)
+        return 0;
     for (int direction = 0; direction < 8; ++direction) {
         const SquareSet movers = LineMovers(view, direction);
         if ((RaySets[direction][king] & movers) == 0)
