@@ -135,86 +135,50 @@ int32_t IGGameGetRound(uint32_t game) { return AnswerCall("IGGameGetRound", 0, {
 int32_t IGGameGetElo(uint32_t game, int32_t side) { return AnswerCall("IGGameGetElo", 0, {FakeArg(game), FakeArg(side)}); }
 int32_t IGGameGetResult(uint32_t game, int32_t part) { return AnswerCall("IGGameGetResult", 0, {FakeArg(game), FakeArg(part)}); }
 int32_t IGGameGetGamelength(uint32_t game) { return AnswerCall("IGGameGetGamelength", 0, {FakeArg(game)}); }
+int32_t IGGameGetSourceLoadnumber(uint32_t game) { return AnswerCall("IGGameGetSourceLoadnumber", 0, {FakeArg(game)}); }
 
-int32_t IGGameGetSourceLoadnumber(uint32_t game)
-{
-    RecordCall("IGGameGetSourceLoadnumber", {FakeArg(game)});
-    const auto found = Fakes().games.find(game);
-    return found == Fakes().games.end() ? 0 : found->second.sourceNumber;
-}
-
+// An unknown date, (0, 0, 0).
 const int32_t* IGGameGetDate(uint32_t game, int32_t* triple)
 {
     RecordCall("IGGameGetDate", {FakeArg(game), FakeArg(triple)});
     static const int32_t unknown[3] = {0, 0, 0};
-    if (!GameIsOpen(game))
-        return nullptr;
-    if (triple == nullptr)
-        return unknown;
-    std::copy(unknown, unknown + 3, triple);
-    return triple;
+    if (triple != nullptr)
+        std::fill(triple, triple + 3, 0);
+    return !GameIsOpen(game) ? nullptr : triple != nullptr ? triple : unknown;
 }
 
-// ---- Header putters and the initial position, as the start position of a
-// position search reaches them ----
+// ---- Putters, as the start position of a position search reaches them:
+// recorded, answering 1 ----
 
-namespace {
+#define FAKE_PUT(function, ...) \
+    { return AnswerCall(#function, 1, {__VA_ARGS__}); }
 
-int32_t PutText(std::string_view function, uint32_t game, const char* text)
-{
-    return AnswerCall(function, GameIsOpen(game) ? 1 : 0, {FakeArg(game), FakeArg(text)});
-}
-
-int32_t PutSideText(std::string_view function, uint32_t game, int32_t side, const char* text)
-{
-    return AnswerCall(function, GameIsOpen(game) ? 1 : 0, {FakeArg(game), FakeArg(side), FakeArg(text)});
-}
-
-}  // namespace
-
-int32_t IGGamePutPlace(uint32_t game, const char* text) { return PutText("IGGamePutPlace", game, text); }
-int32_t IGGamePutSite(uint32_t game, const char* text) { return PutText("IGGamePutSite", game, text); }
-int32_t IGGamePutAnnotator(uint32_t game, const char* text) { return PutText("IGGamePutAnnotator", game, text); }
-int32_t IGGamePutKeycode(uint32_t game, const char* text) { return PutText("IGGamePutKeycode", game, text); }
-int32_t IGGamePutRemark(uint32_t game, const char* text) { return PutText("IGGamePutRemark", game, text); }
-int32_t IGGamePutPlayer(uint32_t game, int32_t side, const char* text) { return PutSideText("IGGamePutPlayer", game, side, text); }
-int32_t IGGamePutCountry(uint32_t game, int32_t side, const char* text) { return PutSideText("IGGamePutCountry", game, side, text); }
-int32_t IGGamePutTitle(uint32_t game, int32_t side, const char* text) { return PutSideText("IGGamePutTitle", game, side, text); }
-
-int32_t IGGamePutRound(uint32_t game, int32_t round) { return AnswerCall("IGGamePutRound", 1, {FakeArg(game), FakeArg(round)}); }
-int32_t IGGamePutElo(uint32_t game, int32_t side, int32_t elo)
-{
-    return AnswerCall("IGGamePutElo", 1, {FakeArg(game), FakeArg(side), FakeArg(elo)});
-}
+int32_t IGGamePutPlace(uint32_t game, const char* text) FAKE_PUT(IGGamePutPlace, FakeArg(game), FakeArg(text))
+int32_t IGGamePutSite(uint32_t game, const char* text) FAKE_PUT(IGGamePutSite, FakeArg(game), FakeArg(text))
+int32_t IGGamePutAnnotator(uint32_t game, const char* text) FAKE_PUT(IGGamePutAnnotator, FakeArg(game), FakeArg(text))
+int32_t IGGamePutKeycode(uint32_t game, const char* text) FAKE_PUT(IGGamePutKeycode, FakeArg(game), FakeArg(text))
+int32_t IGGamePutRemark(uint32_t game, const char* text) FAKE_PUT(IGGamePutRemark, FakeArg(game), FakeArg(text))
+int32_t IGGamePutPlayer(uint32_t game, int32_t side, const char* text)
+    FAKE_PUT(IGGamePutPlayer, FakeArg(game), FakeArg(side), FakeArg(text))
+int32_t IGGamePutCountry(uint32_t game, int32_t side, const char* text)
+    FAKE_PUT(IGGamePutCountry, FakeArg(game), FakeArg(side), FakeArg(text))
+int32_t IGGamePutTitle(uint32_t game, int32_t side, const char* text)
+    FAKE_PUT(IGGamePutTitle, FakeArg(game), FakeArg(side), FakeArg(text))
+int32_t IGGamePutRound(uint32_t game, int32_t round) FAKE_PUT(IGGamePutRound, FakeArg(game), FakeArg(round))
+int32_t IGGamePutElo(uint32_t game, int32_t side, int32_t elo) FAKE_PUT(IGGamePutElo, FakeArg(game), FakeArg(side), FakeArg(elo))
 int32_t IGGamePutTime(uint32_t game, int32_t side, int32_t minutes)
-{
-    return AnswerCall("IGGamePutTime", 1, {FakeArg(game), FakeArg(side), FakeArg(minutes)});
-}
+    FAKE_PUT(IGGamePutTime, FakeArg(game), FakeArg(side), FakeArg(minutes))
 int32_t IGGamePutResult(uint32_t game, int32_t result, int32_t part)
-{
-    return AnswerCall("IGGamePutResult", 1, {FakeArg(game), FakeArg(result), FakeArg(part)});
-}
-int32_t IGGamePutDate(uint32_t game, const int32_t* triple)
-{
-    return AnswerCall("IGGamePutDate", 1, {FakeArg(game), FakeArg(triple)});
-}
+    FAKE_PUT(IGGamePutResult, FakeArg(game), FakeArg(result), FakeArg(part))
+int32_t IGGamePutDate(uint32_t game, const int32_t* triple) FAKE_PUT(IGGamePutDate, FakeArg(game), FakeArg(triple))
+int32_t CastlingRights(const BoardRecord* board) FAKE_PUT(CastlingRights, FakeArg(board))
+int32_t BoardToInitialPosition(uint32_t game, const BoardRecord* board, int32_t castling, int32_t epFile, int32_t ply)
+    FAKE_PUT(BoardToInitialPosition, FakeArg(game), FakeArg(board), FakeArg(castling), FakeArg(epFile), FakeArg(ply))
 
 int32_t IGNewBoard(BoardRecord* board)
 {
     RecordCall("IGNewBoard", {FakeArg(board)});
-    if (board == nullptr)
-        return 0;
-    *board = BoardRecord{};
-    return 1;
-}
-
-int32_t CastlingRights(const BoardRecord* board)
-{
-    return AnswerCall("CastlingRights", 15, {FakeArg(board)});
-}
-
-int32_t BoardToInitialPosition(uint32_t game, const BoardRecord* board, int32_t castling, int32_t epFile, int32_t ply)
-{
-    return AnswerCall("BoardToInitialPosition", GameIsOpen(game) ? 1 : 0,
-                      {FakeArg(game), FakeArg(board), FakeArg(castling), FakeArg(epFile), FakeArg(ply)});
+    if (board != nullptr)
+        *board = BoardRecord{};
+    return board != nullptr ? 1 : 0;
 }

@@ -6,22 +6,6 @@
 
 namespace {
 
-TEST(HeaderFoldTable, FoldsLatinCapitalsAndMarksBytesNoQueryHolds)
-{
-    struct Range {
-        int first, last;
-        bool same;  // output equals input, else B0 (Latin capitals checked apart)
-    };
-    const Range ranges[] = {{0x01, 0x1F, false}, {0x20, 0x40, true}, {0x5B, 0x7E, true}, {0x7F, 0x90, false},
-                            {0x91, 0x92, true},  {0x93, 0x9F, false}, {0xA0, 0xFF, true}};
-    for (const Range& range : ranges)
-        for (int byte = range.first; byte <= range.last; ++byte)
-            EXPECT_EQ(HeaderFoldTable[byte], range.same ? byte : 0xB0) << std::hex << byte;
-    for (int byte = 'A'; byte <= 'Z'; ++byte)
-        EXPECT_EQ(HeaderFoldTable[byte], byte + 0x20);
-    EXPECT_EQ(HeaderFoldTable[0], 0);
-}
-
 struct TextCase {
     const char* query;  // folded already
     const char* text;   // as the store holds it

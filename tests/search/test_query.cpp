@@ -200,32 +200,15 @@ TEST(QueryFoldTable, LowersLatinCapitalsAndTranslatesTheRest)
     EXPECT_EQ(std::string(prepared.query.conditions[0][0].value), std::string(longest.size(), 'q'));
 }
 
-class QueryDate : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        std::memcpy(savedLong_, LongMonthNames, sizeof savedLong_);
-        std::memcpy(savedShort_, ShortMonthNames, sizeof savedShort_);
-        const char* longNames[12] = {"January", "February", "March", "April", "May", "June",
-                                     "July", "August", "September", "October", "November", "December"};
-        for (int month = 0; month < 12; ++month) {
-            std::strcpy(LongMonthNames[month], longNames[month]);
-            std::snprintf(ShortMonthNames[month], ShortMonthNameSize, "%.3s", longNames[month]);
-        }
-    }
-    void TearDown() override
-    {
-        std::memcpy(LongMonthNames, savedLong_, sizeof savedLong_);
-        std::memcpy(ShortMonthNames, savedShort_, sizeof savedShort_);
-    }
-
-private:
-    char savedLong_[12][LongMonthNameSize];
-    char savedShort_[12][ShortMonthNameSize];
-};
-
-TEST_F(QueryDate, ReadsPartsInAnyOrder)
+TEST(QueryDate, ReadsPartsInAnyOrder)
 {
+    LocaleSource english;
+    english.longMonthNames = {"January", "February", "March", "April", "May", "June",
+                              "July", "August", "September", "October", "November", "December"};
+    for (int month = 0; month < 12; ++month)
+        english.shortMonthNames[month] = english.longMonthNames[month].substr(0, 3);
+    LoadLocaleTables(english);
+
     struct Case {
         const char* text;
         int32_t year, month, day;

@@ -138,10 +138,7 @@ TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
     const FieldCase cases[] = {
         {"either Elo at least 2500", QfElo, QopNotBeginsWith, "2500",
          [](const Tags& t) { return Number(t, "WhiteElo") >= 2500 || Number(t, "BlackElo") >= 2500; }},
-        {"either Elo not 2317", QfElo, QopNotEquals, "2317",
-         [](const Tags& t) { return Number(t, "WhiteElo") != 2317 || Number(t, "BlackElo") != 2317; }},
         {"White Elo below 1600", QfWhiteElo, QopBeginsWith, "1600", [](const Tags& t) { return Number(t, "WhiteElo") < 1600; }},
-        {"Black Elo above 2600", QfBlackElo, QopNotContains, "2600", [](const Tags& t) { return Number(t, "BlackElo") > 2600; }},
         {"year 1994", QfDate, QopEquals, "1994", [=](const Tags& t) { return year(t) == 1994; }},
         {"up to 1960", QfDate, QopContains, "1960", [=](const Tags& t) { return year(t) >= 1 && year(t) <= 1960; }},
         {"key code B2x", QfKeycode, QopBeginsWith, "b2", [](const Tags& t) { return Tag(t, "ECO").starts_with("B2"); }},
@@ -149,9 +146,7 @@ TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
          [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") != std::string::npos; }},
         {"no player named Ulrich", QfPlayer, QopNotContains, "ulrich",
          [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") == std::string::npos; }},
-        {"White is an IM", QfWhiteTitle, QopEquals, "im", [](const Tags& t) { return Tag(t, "WhiteTitle") == "IM"; }},
         {"draws", QfResult, QopEquals, "1/2", [](const Tags& t) { return Tag(t, "Result") == "1/2-1/2"; }},
-        {"decided games", QfResult, QopNotEquals, "*", [](const Tags& t) { return Tag(t, "Result") != "*"; }},
         {"round 6", QfRound, QopEquals, "6", [](const Tags& t) { return Number(t, "Round") == 6; }},
     };
     for (const FieldCase& c : cases) {

@@ -1,5 +1,5 @@
 // The searches against recording fakes of the game store and key database:
-// what they ask of the store, in which order, the callback protocol, the
+// what they ask of the store and in which order, the callback protocol, the
 // throttled progress and where the library's lock is held.
 #include <gtest/gtest.h>
 
@@ -8,89 +8,78 @@
 #include <string>
 #include <vector>
 
+#include "chess/position.h"
 #include "fakes/fake_search_calls.h"
 #include "fakes/fake_siblings.h"
 #include "frame/library_mutex.h"
-#include "chess/position.h"
 #include "platform/tick_clock.h"
 #include "search/query_builder.h"
 #include "support/capture.h"
 
 namespace {
 
+using Log = std::vector<std::string>;
 constexpr OvGameFile File = 100;
 constexpr intptr_t User = 77;
 
-// The fake clock: read by the searches, moved by the test.
-uint32_t Now = 0;
+uint32_t Now = 0;  // the fake clock, moved by the test
 uint32_t FakeTicks() { return Now; }
 
 bool OtherThreadCanLock()
 {
     return std::async(std::launch::async, [] {
-               const bool locked = LibraryMutex().try_lock();
-               if (locked)
-                   LibraryMutex().unlock();
-               return locked;
-           }).get();
+        const bool locked = LibraryMutex().try_lock();
+        if (locked)
+            LibraryMutex().unlock();
+        return locked;
+    }).get();
 }
 
-struct Call {
-    uint32_t game;
-    int32_t number, total;
-    intptr_t user;
-    bool operator==(const Call&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Call& call)
-{
-    return out << "(" << call.game << ", " << call.number << ", " << call.total << ", " << call.user << ")";
-}
-
-// What the host's callback saw, and what it answers: `stopAt` is the index
-// of the call that returns 0 (-1 for none).
+// The host: logs each call as "callback(game, number, total)" among the
+// store's calls; the call with index `stopAt` answers 0.
 struct Host {
-    std::vector<Call> calls;
+    int calls = 0;
     int stopAt = -1;
-    bool lockFreeInCalls = true;
     bool checkLock = false;
-};
-Host* TheHost = nullptr;
+    bool lockFreeInCalls = true;
+} host;
 
 int32_t Record(uint32_t game, int32_t number, int32_t total, intptr_t user)
 {
-    Host& host = *TheHost;
-    host.calls.push_back({game, number, total, user});
+    EXPECT_EQ(user, User);
     RecordCall("callback", {FakeArg(game), FakeArg(number), FakeArg(total)});
     if (host.checkLock && !OtherThreadCanLock())
         host.lockFreeInCalls = false;
-    return static_cast<int>(host.calls.size()) - 1 == host.stopAt ? 0 : 1;
+    return host.calls++ == host.stopAt ? 0 : 1;
+}
+
+Log CallsStartingWith(std::string_view prefix)
+{
+    Log found;
+    for (const std::string& call : Fakes().calls)
+        if (call.starts_with(prefix))
+            found.push_back(call);
+    return found;
 }
 
 class SearchProtocol : public ::testing::Test {
 protected:
-    void SetUp() override
+    void SetUp() override { Reset(); }
+    void TearDown() override { SetTickSource(nullptr); }
+
+    static void Reset(int32_t games = 0)
     {
         ResetFakes();
         ResetSearchFakes();
+        host = Host{};
         Now = 1000;
         SetTickSource(&FakeTicks);
-        TheHost = &host;
-    }
-    void TearDown() override
-    {
-        SetTickSource(nullptr);
-        TheHost = nullptr;
-    }
-
-    void FileOf(int32_t games)
-    {
         SearchFakes().games = games;
         Fakes().results["OvgGetNumberOfGames"] = games;
     }
 
     // Moves the clock by `step` at each header load or pattern test.
-    void TickPerGame(uint32_t step)
+    static void TickPerGame(uint32_t step)
     {
         Fakes().onCall = [step](const std::string& call) {
             if (call.starts_with("GetGameHeader") || call.starts_with("UnpackGame"))
@@ -98,164 +87,78 @@ protected:
         };
     }
 
-    void SearchAllHeaders(int32_t includeDeleted = 0)
+    static void SearchAllHeaders(int32_t includeDeleted = 0)
     {
         const sQuery query = MakeQuery(QueryHeader, includeDeleted);
         EXPECT_EQ(OvSearchGameHdrs(File, &query, &Record, User), 0);
     }
-
-    std::vector<std::string> CallsStartingWith(std::string_view prefix) const
-    {
-        std::vector<std::string> found;
-        for (const std::string& call : Fakes().calls)
-            if (call.starts_with(prefix))
-                found.push_back(call);
-        return found;
-    }
-
-    std::vector<int32_t> HitNumbers() const
-    {
-        std::vector<int32_t> numbers;
-        for (const Call& call : host.calls)
-            if (call.game != 0)
-                numbers.push_back(call.number);
-        return numbers;
-    }
-
-    std::vector<int32_t> ProgressNumbers() const
-    {
-        std::vector<int32_t> numbers;
-        for (size_t index = 1; index + 1 < host.calls.size(); ++index)
-            if (host.calls[index].game == 0)
-                numbers.push_back(host.calls[index].number);
-        return numbers;
-    }
-
-    Host host;
 };
-
-TEST_F(SearchProtocol, EmptyFileStillAsksForOneBatch)
-{
-    FileOf(0);
-    SearchAllHeaders();
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 0, User}, {0, 0, 0, User}}));
-    EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u);
-}
 
 TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
 {
-    FileOf(1);
+    Reset(1);
     SearchAllHeaders();
-    const std::vector<std::string> expected = {
-        "OvgFileAction(100, 1)",
-        "IGGameOpenGame()",
-        "OvgGetNumberOfGames(100)",
-        "callback(0, 0, 1)",
-        "OvgReadGames(100, 0, ptr, ptr, 65536, 100)",
-        "GetGameHeader(1, #1, 0, 1)",
-        "IGGamePutSourceLoadnumber(1, 1)",
-        "IGGameGetStatus(1, 0)",
-        "callback(1, 1, 1)",
-        "callback(0, 1, 1)",
-        "IGGameCloseGame(1)",
-        "OvgFileAction(100, 0)",
-    };
-    EXPECT_EQ(Fakes().calls, expected);
+    EXPECT_EQ(Fakes().calls, (Log{"OvgFileAction(100, 1)", "IGGameOpenGame()", "OvgGetNumberOfGames(100)",
+                                  "callback(0, 0, 1)", "OvgReadGames(100, 0, ptr, ptr, 65536, 100)",
+                                  "GetGameHeader(1, #1, 0, 1)", "IGGamePutSourceLoadnumber(1, 1)",
+                                  "IGGameGetStatus(1, 0)", "callback(1, 1, 1)", "callback(0, 1, 1)",
+                                  "IGGameCloseGame(1)", "OvgFileAction(100, 0)"}));
+
+    Reset(0);
+    SearchAllHeaders();
+    EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "an empty file is still asked once";
+    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 0)"}));
+
+    Reset(300);
+    Fakes().results["OvgReadGames"] = -1;
+    SearchAllHeaders();
+    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 300)", "callback(0, 300, 300)"}))
+        << "a failed read ends the search as if the file had ended";
 }
 
 TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
 {
-    FileOf(250);
+    Reset(250);
     SearchFakes().batchLimit = 70;  // as if the buffer held only 70 games
     SearchAllHeaders();
     EXPECT_EQ(CallsStartingWith("OvgReadGames"),
-              (std::vector<std::string>{"OvgReadGames(100, 0, ptr, ptr, 65536, 100)",
-                                        "OvgReadGames(100, 70, ptr, ptr, 65536, 100)",
-                                        "OvgReadGames(100, 140, ptr, ptr, 65536, 100)",
-                                        "OvgReadGames(100, 210, ptr, ptr, 65536, 100)"}));
-    std::vector<int32_t> expected(250);
-    for (int32_t k = 0; k < 250; ++k)
-        expected[k] = k + 1;
-    EXPECT_EQ(HitNumbers(), expected) << "game k of a batch lies at places[k] - places[0]";
-    EXPECT_EQ(host.calls.back(), (Call{0, 250, 250, User}));
+              (Log{"OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "OvgReadGames(100, 70, ptr, ptr, 65536, 100)",
+                   "OvgReadGames(100, 140, ptr, ptr, 65536, 100)", "OvgReadGames(100, 210, ptr, ptr, 65536, 100)"}));
+    const Log loads = CallsStartingWith("GetGameHeader");
+    ASSERT_EQ(loads.size(), 250u);
+    for (int k = 0; k < 250; ++k)  // game k of a batch lies at places[k] - places[0]
+        EXPECT_EQ(loads[k], "GetGameHeader(1, #" + std::to_string(k + 1) + ", 0, 1)");
+    EXPECT_EQ(CallsStartingWith("callback").back(), "callback(0, 250, 250)");
 }
 
-TEST_F(SearchProtocol, SecondFullBatchStartsAtGame101)
+TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecondWithoutHits)
 {
-    FileOf(201);
-    SearchAllHeaders();
-    const auto reads = CallsStartingWith("OvgReadGames");
-    ASSERT_EQ(reads.size(), 3u);
-    EXPECT_EQ(reads[1], "OvgReadGames(100, 100, ptr, ptr, 65536, 100)");
-    const auto headers = CallsStartingWith("GetGameHeader");
-    ASSERT_EQ(headers.size(), 201u);
-    EXPECT_EQ(headers[100], "GetGameHeader(1, #101, 0, 1)");
-}
-
-TEST_F(SearchProtocol, FailedReadEndsTheSearchAsIfTheFileEnded)
-{
-    FileOf(300);
-    Fakes().results["OvgReadGames"] = -1;
-    SearchAllHeaders();
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 300, User}, {0, 300, 300, User}}));
-}
-
-TEST_F(SearchProtocol, DeletedGamesAndConditionlessQueries)
-{
-    FileOf(5);
-    SearchFakes().deleted = {2, 4};
-    SearchAllHeaders(0);
-    EXPECT_EQ(HitNumbers(), (std::vector<int32_t>{1, 3, 5}));
-
-    host.calls.clear();
-    SearchAllHeaders(1);
-    EXPECT_TRUE(HitNumbers().empty()) << "no live condition and deleted games included selects nothing";
-    EXPECT_EQ(host.calls.size(), 2u);
-}
-
-struct ProgressCase {
-    const char* name;
-    uint32_t start;
-    uint32_t step;           // clock step per tested game
-    std::vector<int32_t> progress;  // numbers of the progress calls over 6 games without hits
-};
-
-TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecond)
-{
-    const ProgressCase cases[] = {
-        {"500 ms per game", 1000, 500, {3, 6}},
-        {"exactly 1000 ms", 1000, 1000, {2, 4, 6}},
-        {"1001 ms", 1000, 1001, {1, 2, 3, 4, 5, 6}},
-        {"across the wrap", 0xFFFFFC00u, 600, {2, 4, 6}},
+    struct Case {
+        const char* name;
+        uint32_t start, step;  // clock at the start, and its step per tested game
+        bool hits;             // games 1 to 3 are hits
+        Log progress;          // the calls between start and end
     };
-    for (const ProgressCase& c : cases) {
+    const Case cases[] = {
+        {"500 ms per game", 1000, 500, false, {"callback(0, 3, 6)", "callback(0, 6, 6)"}},
+        {"exactly 1000 ms", 1000, 1000, false, {"callback(0, 2, 6)", "callback(0, 4, 6)", "callback(0, 6, 6)"}},
+        {"1001 ms", 1000, 1001, false, {"callback(0, 1, 6)", "callback(0, 2, 6)", "callback(0, 3, 6)",
+                                        "callback(0, 4, 6)", "callback(0, 5, 6)", "callback(0, 6, 6)"}},
+        {"across the wrap", 0xFFFFFC00u, 600, false, {"callback(0, 2, 6)", "callback(0, 4, 6)", "callback(0, 6, 6)"}},
+        {"hits restart the timer", 1000, 900, true,
+         {"callback(1, 1, 6)", "callback(1, 2, 6)", "callback(1, 3, 6)", "callback(0, 5, 6)"}},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        ResetFakes();
-        ResetSearchFakes();
-        host.calls.clear();
-        FileOf(6);
+        Reset(6);
         Now = c.start;
         TickPerGame(c.step);
-        SearchAllHeaders(1);  // no game is a hit
-        EXPECT_EQ(ProgressNumbers(), c.progress);
-        for (size_t index = 1; index + 1 < host.calls.size(); ++index)
-            EXPECT_EQ(host.calls[index], (Call{0, host.calls[index].number, 6, User}));
+        if (c.hits)
+            SearchFakes().hits = {1, 2, 3};
+        OvSearchPosGames(File, &StartPosition, 0, &Record, User);
+        const Log calls = CallsStartingWith("callback");
+        EXPECT_EQ(Log(calls.begin() + 1, calls.end() - 1), c.progress);
     }
-}
-
-TEST_F(SearchProtocol, HitsRestartTheProgressTimer)
-{
-    FileOf(8);
-    SearchFakes().hits = {1, 2, 3, 4, 5};
-    TickPerGame(900);
-    const sQuery query = [] {
-        sQuery position = MakeQuery(QueryPosition);
-        std::memcpy(&position.position, &StartPosition, sizeof position.position);
-        return position;
-    }();
-    OvSearchGameHdrs(File, &query, &Record, User);
-    EXPECT_EQ(HitNumbers(), (std::vector<int32_t>{1, 2, 3, 4, 5}));
-    EXPECT_EQ(ProgressNumbers(), (std::vector<int32_t>{7})) << "1800 ms after the last hit, not before";
 }
 
 TEST_F(SearchProtocol, StopAtHitOrProgressStillEnds)
@@ -264,36 +167,31 @@ TEST_F(SearchProtocol, StopAtHitOrProgressStillEnds)
         const char* name;
         int stopAt;
         uint32_t step;
-        std::vector<Call> expected;
+        Log expected;
     };
     const Case cases[] = {
-        {"first hit", 1, 0, {{0, 0, 250, User}, {1, 1, 250, User}, {0, 250, 250, User}}},
-        {"start result ignored", 0, 0, {{0, 0, 250, User}, {1, 1, 250, User}, {1, 5, 250, User}}},
-        {"progress", 2, 2000, {{0, 0, 250, User}, {1, 1, 250, User}, {0, 2, 250, User}, {0, 250, 250, User}}},
+        {"first hit", 1, 0, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 250, 250)"}},
+        {"progress", 2, 2000, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 2, 250)", "callback(0, 250, 250)"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        ResetFakes();
-        ResetSearchFakes();
-        host.calls.clear();
+        Reset(250);
         host.stopAt = c.stopAt;
-        FileOf(250);
         SearchFakes().deleted = {2, 3, 4};
         TickPerGame(c.step);
-        SearchAllHeaders(0);
-        if (c.stopAt == 0) {
-            ASSERT_GE(host.calls.size(), 3u);
-            host.calls.resize(3);
-        } else {
-            EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
-        }
-        EXPECT_EQ(host.calls, c.expected);
+        SearchAllHeaders();
+        EXPECT_EQ(CallsStartingWith("callback"), c.expected);
+        EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
     }
+    Reset(250);
+    host.stopAt = 0;
+    SearchAllHeaders();
+    EXPECT_EQ(CallsStartingWith("callback")[2], "callback(1, 2, 250)") << "the start call's result does not count";
 }
 
 TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
 {
-    FileOf(3);
+    Reset(3);
     host.checkLock = true;
     bool heldForRead = true;
     Fakes().onCall = [&](const std::string& call) {
@@ -303,86 +201,64 @@ TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
     SearchAllHeaders();
     EXPECT_TRUE(heldForRead);
     EXPECT_TRUE(host.lockFreeInCalls);
-    EXPECT_EQ(HitNumbers().size(), 3u);
+    EXPECT_EQ(host.calls, 5);
 }
 
-TEST_F(SearchProtocol, PositionSearchArmsThePatternAndTestsEachGame)
+TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
 {
-    FileOf(4);
+    Reset(4);
     SearchFakes().hits = {2, 3, 4};
     SearchFakes().deleted = {3};
     sPosition start = StartPosition;
-    start.epSquare = 20;  // e3: no capture possible, sanitised away on a copy
+    start.epSquare = 20;  // e3: no capture possible, cleared on the copy
     const sPosition before = start;
     OvSearchPosGames(File, &start, 0, &Record, User);
-    EXPECT_EQ(std::memcmp(&before, &start, sizeof start), 0) << "the caller's record is not touched";
-    EXPECT_EQ(HitNumbers(), (std::vector<int32_t>{2, 4}));
+    EXPECT_EQ(std::memcmp(&before, &start, sizeof start), 0);
+    EXPECT_EQ(Log(Fakes().calls.begin() + 3, Fakes().calls.begin() + 8),
+              (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
+                   "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
+        << "the standard start is set by erasing, not put";
+    EXPECT_EQ(CallsStartingWith("callback(1"), (Log{"callback(1, 2, 4)", "callback(1, 4, 4)"}));
     EXPECT_TRUE(CallsStartingWith("IGGamePutSourceLoadnumber").empty());
-    EXPECT_TRUE(CallsStartingWith("BoardToInitialPosition").empty()) << "the standard start is set by erasing";
-    const std::vector<std::string> head(Fakes().calls.begin(), Fakes().calls.begin() + 8);
-    EXPECT_EQ(head, (std::vector<std::string>{"OvgFileAction(100, 1)", "IGGameOpenGame()", "OvgGetNumberOfGames(100)",
-                                              "callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
-                                              "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}));
 
-    host.calls.clear();
+    Reset(4);
+    SearchFakes().hits = {2, 3, 4};
+    SearchFakes().deleted = {3};
     OvSearchPosGames(File, &start, 1, &Record, User);
-    EXPECT_EQ(HitNumbers(), (std::vector<int32_t>{2, 3, 4}));
+    EXPECT_EQ(CallsStartingWith("callback(1").size(), 3u);
 }
 
 TEST_F(SearchProtocol, NoGameBufferEndsTheSearch)
 {
     const BoxCapture boxes;
-    FileOf(10);
+    Reset(10);
     Fakes().results["IGGameOpenGame"] = 0;
     SearchAllHeaders();
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 0, User}})) << "the header search has not started";
-    host.calls.clear();
     OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 10, User}, {0, 10, 10, User}}));
+    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 10)", "callback(0, 10, 10)"}))
+        << "the header search has not started, the position search has";
     EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
-    EXPECT_TRUE(CallsStartingWith("IGGameCloseGame").empty());
     EXPECT_EQ(CallsStartingWith("OvgFileAction(100, 0)").size(), 2u);
     EXPECT_EQ(boxes.boxes.size(), 2u);
 }
 
 TEST_F(SearchProtocol, KeyGameSearchHitsUnderTheLockWithoutReading)
 {
-    FileOf(40);
+    Reset(40);
     SearchFakes().keyGames = {5, 9, 31};
     host.checkLock = true;
-    sQuery query = MakeQuery(QueryKeyGames);
-    query.key = 12;
-    OvSearchGameHdrs(File, &query, &Record, User);
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 40, User}, {1, 5, 40, User}, {1, 9, 40, User},
-                                             {1, 31, 40, User}, {0, 40, 40, User}}));
+    OvSearchKeyGames(File, 12, &Record, User);
+    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)",
+                                                  "callback(1, 31, 40)", "callback(0, 40, 40)"}));
     EXPECT_FALSE(host.lockFreeInCalls) << "hit calls come with the lock held";
-    EXPECT_EQ(CallsStartingWith("DbsCBSearchKey"), (std::vector<std::string>{"DbsCBSearchKey(12, 2, 1, ptr)"}));
+    EXPECT_EQ(CallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
     EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
-    EXPECT_TRUE(CallsStartingWith("IGGameOpenGame").empty());
 
-    host.calls.clear();
+    Reset(40);
+    SearchFakes().keyGames = {5, 9, 31};
     host.stopAt = 1;
     OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 40, User}, {1, 5, 40, User}, {0, 40, 40, User}}));
-}
-
-TEST_F(SearchProtocol, KeyMoveSearchSkipsGamesWithoutThePosition)
-{
-    FileOf(10);
-    SearchFakes().keyGames = {3, 4, 12};
-    SearchFakes().hits = {4};
-    sQuery query = MakeQuery(QueryKeyMoves);
-    query.key = 7;
-    query.position = StartPosition;
-    OvSearchGameHdrs(File, &query, &Record, User);
-    EXPECT_EQ(host.calls, (std::vector<Call>{{0, 0, 10, User}, {1, 4, 10, User}, {0, 10, 10, User}}));
-    EXPECT_EQ(CallsStartingWith("OvgReadGames"),
-              (std::vector<std::string>{"OvgReadGames(100, 2, ptr, ptr, 65536, 1)",
-                                        "OvgReadGames(100, 3, ptr, ptr, 65536, 1)",
-                                        "OvgReadGames(100, 11, ptr, ptr, 65536, 1)"}));
-    EXPECT_EQ(CallsStartingWith("UnpackGame"),
-              (std::vector<std::string>{"UnpackGame(1, #3, 2)", "UnpackGame(1, #4, 2)", "UnpackGame(1, #4, 0)"}));
-    EXPECT_EQ(CallsStartingWith("NewGameRewind").size(), 1u);
+    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}));
 }
 
 TEST_F(SearchProtocol, DispatchByKind)
@@ -392,12 +268,11 @@ TEST_F(SearchProtocol, DispatchByKind)
         bool board;
         const char* marker;  // a call only that search makes
     };
-    const Case cases[] = {{QueryHeader, true, "GetGameHeader"}, {3, false, "GetGameHeader"},
-                          {QueryPosition, false, "GetGameHeader"}, {QueryPosition, true, "PatExactPosition"},
-                          {QueryKeyGames, false, "DbsCBSearchKey"}, {QueryKeyMoves, true, "DbsCBSearchKey(5"}};
+    const Case cases[] = {{QueryHeader, true, "GetGameHeader"},         {3, false, "GetGameHeader"},
+                          {QueryPosition, false, "GetGameHeader"},      {QueryPosition, true, "PatExactPosition"},
+                          {QueryKeyGames, false, "DbsCBSearchKey(5"},   {QueryKeyMoves, true, "DbsCBSearchKey(5"}};
     for (const Case& c : cases) {
-        ResetFakes();
-        FileOf(1);
+        Reset(1);
         sQuery query = MakeQuery(c.kind);
         query.key = 5;
         if (c.board)
@@ -405,9 +280,9 @@ TEST_F(SearchProtocol, DispatchByKind)
         OvSearchGameHdrs(File, &query, &Record, User);
         EXPECT_FALSE(CallsStartingWith(c.marker).empty()) << c.kind;
     }
-    ResetFakes();
-    OvSearchGameHdrs(File, nullptr, &Record, User);
+    Reset(1);
     const sQuery query = MakeQuery(QueryHeader);
+    OvSearchGameHdrs(File, nullptr, &Record, User);
     OvSearchGameHdrs(File, &query, nullptr, User);
     EXPECT_TRUE(Fakes().calls.empty()) << "a null query or callback makes no call";
 }
