@@ -101,11 +101,13 @@ bool ReadSortIndexFile(const std::string& path, int32_t code, SortIndexFile& ind
     if (std::fread(head, 1, HeadSize, in.get()) != HeadSize || std::memcmp(head, Magic, 4) != 0 ||
         GetU32(head + 4) != uint32_t(code))
         return false;
+    // The size must match the count before anything is allocated for it.
     const uint32_t count = GetU32(head + 8);
-    if (count > uint32_t(INT32_MAX))
+    if (std::fseek(in.get(), 0, SEEK_END) != 0 || std::ftell(in.get()) != long(HeadSize + size_t(count) * 4) ||
+        std::fseek(in.get(), long(HeadSize), SEEK_SET) != 0)
         return false;
     std::vector<uint8_t> body(size_t(count) * 4);
-    if (std::fread(body.data(), 1, body.size(), in.get()) != body.size() || std::fgetc(in.get()) != EOF)
+    if (std::fread(body.data(), 1, body.size(), in.get()) != body.size())
         return false;
     index.code = code;
     index.fingerprint = GetU32(head + 12) | uint64_t(GetU32(head + 16)) << 32;
