@@ -86,7 +86,7 @@ OVGAME_API int32_t OvgGetNumberOfGames(uint32_t file);
 // 0 for a handle that is not open.
 OVGAME_API int32_t IGFileStatus(uint32_t file, int32_t mask);
 // `action` 1 begins a bulk operation for reading or writing, 2 one that takes
-// the file's write lock at once; 0 ends one, making its writes durable. Bulk
+// the file's write lock at once; 0 ends one, committing its writes. Bulk
 // operations nest; only the outermost end commits. A crash loses at most the
 // writes of an unfinished bulk operation. Result 1, 0 on failure (handle, no
 // bulk operation to end, a failed commit).
@@ -104,8 +104,10 @@ OVGAME_API int32_t OvgLoadGame(uint32_t game, uint32_t file, int32_t number, int
 OVGAME_API int32_t OvgLoadGameHeader(uint32_t game, uint32_t file, int32_t number);
 // Appends the game of `game` to the file (`mode` must be 0) and stores its new
 // number through `out` when not null. Outside a bulk operation the write is
-// durable on return. Result the new game number (non-zero) on success, 0 on
-// failure.
+// committed on return: it survives a crash of the process (the file keeps a
+// write-ahead log with normal syncing, so a power loss may take the last
+// commits, never the file's consistency). Result the new game number
+// (non-zero) on success, 0 on failure.
 OVGAME_API int32_t OvgWriteGame(uint32_t game, uint32_t file, int32_t mode, int32_t* out);
 // Marks game `number` deleted. Result 0 on success, -1 on failure.
 OVGAME_API int32_t OvgDeleteGame(uint32_t file, int32_t number);
