@@ -42,23 +42,19 @@ int FindAmbiguity(sPosition* position, uint32_t move)
     const SquareSet twins = SquaresHolding(*position, piece) & ~SquareBit(from);
     if (!(WhiteToMove(*position) ? IsWhiteMan(piece) : IsBlackMan(piece)) || twins == 0)
         return 0;
+    // Ordinary records are answered on the square-set view, any other by
+    // the walk over the rival's destinations.
     BoardView view;
-    if (ReadOrdinaryView(*position, view)) {
-        const KingGuard guard = GuardOfSideToMove(view);
-        int ambiguity = 0;
-        for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
-            const int rival = std::countr_zero(rivals);
-            if (ViewMoveIsLegal(view, guard, piece & 7, rival, to))
-                ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;
-        }
-        return ambiguity;
-    }
+    const bool ordinary = ReadOrdinaryView(*position, view);
+    const KingGuard guard = ordinary ? GuardOfSideToMove(view) : KingGuard{};
     KingWatch watch = WatchSideToMove(position);
     int ambiguity = 0;
     for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
         const int rival = std::countr_zero(rivals);
         OneDestinationSink sink{to};
-        if (VisitDestinations(watch, rival, sink))
+        const bool reaches = ordinary ? ViewMoveIsLegal(view, guard, piece & 7, rival, to)
+                                      : VisitDestinations(watch, rival, sink);
+        if (reaches)
             ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;
     }
     return ambiguity;
