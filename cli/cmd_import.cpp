@@ -8,6 +8,7 @@
 #include "cli_error.h"
 #include "commands.h"
 #include "game_file.h"
+#include "key_database.h"
 #include "pgn_source.h"
 #include "progress.h"
 
@@ -79,6 +80,8 @@ Command AddImportCommand(CLI::App& root)
                 ParseEncoding(options->encoding, "--encoding");
                 std::error_code error;
                 const bool exists = std::filesystem::exists(options->gameFile, error);
+                // Games imported into a file with an opening tree are filed under its keys.
+                const KeyDatabase database(options->gameFile, false);
                 GameFile file = exists || !options->create ? GameFile::Open(options->gameFile)
                                                            : GameFile::Create(options->gameFile, false);
                 int64_t total = 0;

@@ -11,7 +11,7 @@
 #include "position_text.h"
 #include "query_text.h"
 #include "search_hits.h"
-#include "table.h"
+#include "key_database.h"
 
 namespace orvan_cli {
 
@@ -21,6 +21,7 @@ struct Options {
     std::string gameFile;
     std::vector<std::string> conditions;
     std::string fen;
+    std::string key;
     bool json = false;
     bool includeDeleted = false;
     size_t limit = 0;
@@ -36,15 +37,6 @@ void PrintJson(const std::vector<GameSummary>& hits)
     fmt::print("{}\n", list.dump(2));
 }
 
-void PrintHitTable(const std::vector<GameSummary>& hits)
-{
-    Table table{{"#", "White", "Black", "Result", "Date", "Event", "ECO", "Moves"}, {}};
-    for (const auto& hit : hits)
-        table.rows.push_back({fmt::format("{}{}", hit.number, hit.deleted ? "D" : ""), hit.white, hit.black,
-                              hit.result, hit.date, hit.event, hit.eco, std::to_string(hit.moves)});
-    PrintTable(stdout, table);
-    fmt::print("{} game{}\n", hits.size(), hits.size() == 1 ? "" : "s");
-}
 
 }  // namespace
 
@@ -55,6 +47,8 @@ Command AddSearchCommand(CLI::App& root)
     app->add_option("FILE", options->gameFile, "The game file to search")->required();
     app->add_option("CONDITION", options->conditions, "Header conditions, e.g. white=Müller elo>=2400");
     app->add_option("--fen", options->fen, "Find the games that reach this position (in any line)");
+    app->add_option("--key", options->key,
+                    "Find the games filed under an opening key: a key number or an ECO code such as B90");
     app->add_flag("--json", options->json, "Print the hits as a JSON array");
     app->add_flag("--include-deleted", options->includeDeleted, "Search games marked deleted too");
     app->add_option("-n,--limit", options->limit, "Stop after this many hits");
@@ -63,20 +57,36 @@ Command AddSearchCommand(CLI::App& root)
     return {app, [options] {
                 sQuery query{};
                 query.includeDeleted = options->includeDeleted ? 1 : 0;
+                const int ways = !options->conditions.empty() + !options->fen.empty() + !options->key.empty();
+                if (ways > 1)
+                    throw CliError(kExitUsage, "give one of header conditions, --fen or --key");
                 if (!options->fen.empty()) {
-                    if (!options->conditions.empty())
-                        throw CliError(kExitUsage, "give either header conditions or --fen, not both");
                     query.kind = QueryPosition;
                     query.position = ParseFen(options->fen);
                 } else {
                     ParseQueryWords(options->conditions, query);
                 }
+                const KeyDatabase database(options->gameFile, !options->key.empty());
                 const GameFile file = GameFile::Open(options->gameFile);
-                const auto hits = CollectHits(file, query, options->limit);
+                std::vector<GameSummary> hits;
+                if (options->key.empty()) {
+                    hits = CollectHits(file, query, options->limit);
+                } else {
+                    query.kind = QueryKeyGames;
+                    for (int32_t key : FindKeys(options->key)) {
+                        query.key = key;
+                        for (auto& hit : CollectHits(file, query, 0))
+                            hits.push_back(std::move(hit));
+                    }
+                    if (options->limit != 0 && hits.size() > options->limit)
+                        hits.resize(options->limit);
+                }
                 if (options->json)
                     PrintJson(hits);
-                else
-                    PrintHitTable(hits);
+                else {
+                    PrintGameTable(hits);
+                    fmt::print("{} game{}\n", hits.size(), hits.size() == 1 ? "" : "s");
+                }
                 return hits.empty() ? static_cast<int>(kExitNoHits) : 0;
             }};
 }

@@ -22,6 +22,9 @@ Command AddSearchCommand(CLI::App& root);
 Command AddDeleteCommand(CLI::App& root);
 Command AddUndeleteCommand(CLI::App& root);
 Command AddStatsCommand(CLI::App& root);
+Command AddClassifyCommand(CLI::App& root);
+Command AddKeysCommand(CLI::App& root);
+Command AddSortCommand(CLI::App& root);
 
 }  // namespace orvan_cli
 

@@ -51,7 +51,8 @@ int main(int argc, char** argv)
     const std::vector<Command> commands = {
         AddCreateCommand(app), AddImportCommand(app), AddExportCommand(app),
         AddShowCommand(app),   AddSearchCommand(app), AddDeleteCommand(app),
-        AddUndeleteCommand(app), AddStatsCommand(app)};
+        AddUndeleteCommand(app), AddStatsCommand(app),  AddClassifyCommand(app),
+        AddKeysCommand(app),     AddSortCommand(app)};
 
     try {
         app.parse(argc, argv);

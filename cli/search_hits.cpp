@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <fmt/format.h>
+
 #include "game_header.h"
+#include "table.h"
 
 namespace orvan_cli {
 
@@ -12,6 +15,7 @@ namespace {
 struct Collector {
     std::vector<GameSummary> hits;
     size_t limit;
+    bool numbersOnly;  // key game searches read no game: only the number is known
 };
 
 int32_t OnSearchCall(uint32_t game, int32_t number, int32_t total, intptr_t user)
@@ -19,7 +23,12 @@ int32_t OnSearchCall(uint32_t game, int32_t number, int32_t total, intptr_t user
     auto& collector = *reinterpret_cast<Collector*>(user);
     if (game == 0)
         return 1;  // start, progress and end calls
-    collector.hits.push_back(SummariseGame(game, number));
+    if (collector.numbersOnly) {
+        collector.hits.emplace_back();
+        collector.hits.back().number = number;
+    } else {
+        collector.hits.push_back(SummariseGame(game, number));
+    }
     return collector.limit == 0 || collector.hits.size() < collector.limit ? 1 : 0;
 }
 
@@ -63,9 +72,27 @@ std::vector<GameSummary> CollectHits(const GameFile& file, const sQuery& query, 
             all.resize(limit);
         return SummariseGames(file, all);
     }
-    Collector collector{{}, limit};
+    Collector collector{{}, limit, query.kind == QueryKeyGames};
     OvSearchGameHdrs(file.Handle(), &query, OnSearchCall, reinterpret_cast<intptr_t>(&collector));
-    return std::move(collector.hits);
+    if (!collector.numbersOnly)
+        return std::move(collector.hits);
+    std::vector<int32_t> numbers;
+    for (const auto& hit : collector.hits)
+        numbers.push_back(hit.number);
+    return SummariseGames(file, numbers);
+}
+
+}  // namespace orvan_cli
+
+namespace orvan_cli {
+
+void PrintGameTable(const std::vector<GameSummary>& games)
+{
+    Table table{{"#", "White", "Black", "Result", "Date", "Event", "ECO", "Moves"}, {}};
+    for (const auto& game : games)
+        table.rows.push_back({fmt::format("{}{}", game.number, game.deleted ? "D" : ""), game.white, game.black,
+                              game.result, game.date, game.event, game.eco, std::to_string(game.moves)});
+    PrintTable(stdout, table);
 }
 
 }  // namespace orvan_cli

@@ -26,6 +26,10 @@ GameSummary SummariseGame(OvGameBuffer game, int32_t number);
 // header query without conditions that includes deleted games lists every game.
 std::vector<GameSummary> CollectHits(const GameFile& file, const sQuery& query, size_t limit);
 
+// Prints one row per game: number (D when deleted), players, result, date,
+// event, ECO and moves.
+void PrintGameTable(const std::vector<GameSummary>& games);
+
 // The summaries of games `numbers` of `file`, read header by header.
 std::vector<GameSummary> SummariseGames(const GameFile& file, const std::vector<int32_t>& numbers);
 

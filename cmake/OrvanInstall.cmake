@@ -1,4 +1,4 @@
-# Install rules: the three libraries, the public header, the orvan program, a
+# Install rules: the three libraries, the public header, the programs, a
 # CMake package (find_package(Orvan) gives Orvan::orvan) and orvan.pc.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -7,12 +7,13 @@ target_include_directories(orvan PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCL
 # The access library finds its siblings beside itself, the program finds the
 # libraries in ../lib, wherever the prefix is.
 set_target_properties(orvan ovgame ovkey PROPERTIES INSTALL_RPATH "$ORIGIN")
-set_target_properties(orvan_cli PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set_target_properties(orvan_cli ovkey-eco-tree PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 install(TARGETS orvan ovgame ovkey EXPORT OrvanTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(TARGETS orvan_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# The program, and the builder of the default opening tree it points people to.
+install(TARGETS orvan_cli ovkey-eco-tree RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/include/orvan.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 set(ORVAN_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Orvan)
