@@ -49,6 +49,7 @@ std::vector<int32_t> ChooseGames(const GameFile& file, const Options& options)
     sQuery query{};
     query.includeDeleted = options.includeDeleted ? 1 : 0;
     ParseQueryWords(options.conditions, query);
+    NoteWordsBeyondAscii(options.conditions);
     std::vector<int32_t> numbers;
     for (const auto& hit : CollectHits(file, query, 0))
         numbers.push_back(hit.number);

@@ -53,7 +53,7 @@ Command AddSearchCommand(CLI::App& root)
     app->add_flag("--include-deleted", options->includeDeleted, "Search games marked deleted too");
     app->add_option("-n,--limit", options->limit, "Stop after this many hits");
     app->footer(QuerySyntaxHelp() +
-                "\nWithout conditions or --fen every game is listed. Exit code 1 when nothing matches.");
+                "\nWithout conditions, --fen or --key every game is listed. Exit code 1 when nothing matches.");
     return {app, [options] {
                 sQuery query{};
                 query.includeDeleted = options->includeDeleted ? 1 : 0;
@@ -65,6 +65,7 @@ Command AddSearchCommand(CLI::App& root)
                     query.position = ParseFen(options->fen);
                 } else {
                     ParseQueryWords(options->conditions, query);
+                    NoteWordsBeyondAscii(options->conditions);
                 }
                 const KeyDatabase database(options->gameFile, !options->key.empty());
                 const GameFile file = GameFile::Open(options->gameFile);

@@ -1,7 +1,10 @@
 #include "query_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+
+#include <fmt/format.h>
 
 #include "cli_error.h"
 #include "encoding.h"
@@ -121,10 +124,20 @@ void ParseQueryWords(const std::vector<std::string>& words, sQuery& query)
         throw CliError(kExitUsage, "bad query: 'or' needs conditions on both sides");
 }
 
+void NoteWordsBeyondAscii(const std::vector<std::string>& words)
+{
+    for (const auto& word : words)
+        if (std::any_of(word.begin(), word.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+            fmt::print(stderr,
+                   "note: '{}' has letters beyond ASCII, which header searches may not match; "
+                   "its ASCII part with ~ finds them (white~ller for Müller)\n",
+                   word);
+}
+
 std::string QuerySyntaxHelp()
 {
     std::string help =
-        "Conditions: FIELD OP VALUE, e.g. white=Müller  elo>=2500  event~Open  date<1990-05\n"
+        "Conditions: FIELD OP VALUE, e.g. white~ller  elo>=2500  event~Open  date<1990\n"
         "  all conditions must hold; 'or' between groups (at most 3 groups of 5)\n"
         "  text operators: = != ^= (begins with) !^= ~ (contains) !~, case-blind\n"
         "  number and date operators: = != < <= > >=; results: = != with 1-0 0-1 1/2 *\n"

@@ -16,6 +16,11 @@ namespace orvan_cli {
 // Throws CliError (usage) naming the condition and what is wrong with it.
 void ParseQueryWords(const std::vector<std::string>& words, sQuery& query);
 
+// Tells the person on standard error about each word with letters beyond
+// ASCII, which the store's header comparison may never match (ü, ä, é among
+// them), with the way round.
+void NoteWordsBeyondAscii(const std::vector<std::string>& words);
+
 // The help text that lists the fields and operators.
 std::string QuerySyntaxHelp();
 
