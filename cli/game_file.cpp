@@ -1,30 +1,12 @@
 #include "game_file.h"
 
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include "cli_error.h"
 
 namespace orvan_cli {
 
-namespace {
-
 namespace fs = std::filesystem;
-
-// A game file begins with the header of the store's database format; any
-// other file is refused before the library is asked to open it.
-bool HasGameFileSignature(const std::string& path)
-{
-    static constexpr char kSignature[] = "SQLite format 3";
-    char head[sizeof kSignature] = {};
-    std::ifstream in(path, std::ios::binary);
-    in.read(head, sizeof head);
-    return in.gcount() == sizeof head && std::memcmp(head, kSignature, sizeof kSignature) == 0;
-}
-
-}  // namespace
 
 GameFile GameFile::Open(const std::string& path)
 {
@@ -34,12 +16,10 @@ GameFile GameFile::Open(const std::string& path)
         throw CliError(kExitBadInput, path + ": no such file");
     if (!fs::is_regular_file(status))
         throw CliError(kExitBadInput, path + ": not a file");
-    if (!HasGameFileSignature(path))
-        throw CliError(kExitBadInput, path + ": not a game file");
     const OvGameFile handle = OvOpenGamefile(path.c_str());
     if (handle == 0 || OvGetGamesCount(handle) < 0) {
         OvCloseGamefile(handle);
-        throw CliError(kExitBadInput, path + ": not a game file, or it cannot be opened");
+        throw CliError(kExitBadInput, path + ": not a game file (or it cannot be opened)");
     }
     return GameFile(handle, path);
 }

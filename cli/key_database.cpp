@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <filesystem>
 
 #include "cli_error.h"
 #include "encoding.h"
@@ -13,6 +14,9 @@ namespace orvan_cli {
 KeyDatabase::KeyDatabase(const std::string& gameFilePath, bool required)
     : open_(OvOpenDatabase(gameFilePath.c_str(), OV_KEYDB_OPEN_EXISTING) != 0)
 {
+    std::error_code error;
+    if (!open_ && required && !std::filesystem::exists(gameFilePath, error))
+        throw CliError(kExitBadInput, gameFilePath + ": no such file");
     if (!open_ && required)
         throw CliError(kExitBadInput,
                        fmt::format("{}: has no opening tree (build the default one with 'ovkey-eco-tree {}')",

@@ -230,6 +230,7 @@ TEST_F(OrvanCommands, BadInputGetsOneLineAndAnExitCode)
         {"search games.ovg colour=white", 2, "bad condition 'colour=white': unknown field 'colour'"},
         {"search games.ovg white=A --fen '4k3/8/8/8/8/8/8/4K3 w - -'", 2, "give one of header conditions, --fen or --key"},
         {"search games.ovg --key B90", 3, "games.ovg: has no opening tree"},
+        {"keys missing.ovg", 3, "orvan keys: missing.ovg: no such file"},
         {"show games.ovg 99", 2, "bad game range '99': the file has games 1 to 36"},
         {"delete games.ovg 3-1", 2, "runs backwards"},
         {"import games.ovg --encoding ebcdic notes.txt", 2, "unknown encoding 'ebcdic'"},
