@@ -19,7 +19,7 @@ namespace {
 
 struct Options {
     std::string gameFile;
-    std::string number;
+    std::string games;
     int32_t ply = -1;
     bool board = false;
 };
@@ -84,20 +84,25 @@ Command AddShowCommand(CLI::App& root)
     auto options = std::make_shared<Options>();
     CLI::App* app = root.add_subcommand("show", "Show a game: header, moves and a board");
     app->add_option("FILE", options->gameFile, "The game file")->required();
-    app->add_option("NUMBER", options->number, "The game's number, from 1")->required();
+    app->add_option("GAMES", options->games, "The game's number (from 1), or several: 1-3,7")->required();
     app->add_option("-p,--ply", options->ply, "Show the board after this many plies (0: the start)")
         ->check(CLI::NonNegativeNumber);
     app->add_flag("-b,--board", options->board, "Show the board at the end of the game");
     return {app, [options] {
                 const GameFile file = GameFile::Open(options->gameFile);
-                const int32_t number = ParseGameRange(options->number, file.GameCount()).front();
                 GameBuffer game;
-                if (OvReadGame(game.Handle(), file.Handle(), number) == 0)
-                    throw CliError(kExitFailed, fmt::format("game {} cannot be read", number));
-                PrintHeader(game.Handle(), number);
-                PrintMoves(game.Handle());
-                if (options->ply >= 0 || options->board)
-                    PrintBoard(game.Handle(), options->ply >= 0 ? options->ply : PGN_MAX_MOVES);
+                bool first = true;
+                for (int32_t number : ParseGameRange(options->games, file.GameCount())) {
+                    if (OvReadGame(game.Handle(), file.Handle(), number) == 0)
+                        throw CliError(kExitFailed, fmt::format("game {} cannot be read", number));
+                    if (!first)
+                        fmt::print("\n");
+                    first = false;
+                    PrintHeader(game.Handle(), number);
+                    PrintMoves(game.Handle());
+                    if (options->ply >= 0 || options->board)
+                        PrintBoard(game.Handle(), options->ply >= 0 ? options->ply : PGN_MAX_MOVES);
+                }
                 return 0;
             }};
 }
