@@ -182,6 +182,11 @@ bool AnyManMoves(const BoardView& view, const KingGuard& guard)
     const SquareSet answers = CheckAnswers(guard) & ~own;
     if (answers == 0)
         return false;
+    // Pawns off the king's lines cannot be pinned: most positions end here,
+    // before the search for pinned men.
+    const SquareSet kingLines = DiagonalLines[guard.king] | StraightLines[guard.king];
+    if ((PawnTargetsOfAll(view, view.kinds[PawnKind] & own & ~kingLines) & answers) != 0)
+        return true;
     const SquareSet pinned = PinnedMen(view, guard.king);
     const SquareSet freePawns = view.kinds[PawnKind] & own & ~pinned;
     if ((PawnTargetsOfAll(view, freePawns) & answers) != 0)
