@@ -17,8 +17,8 @@
 namespace {
 
 constexpr int32_t InitialGames = 40;
-constexpr int32_t ImportedGames = 60;  // per import thread
-constexpr int32_t WrittenGames = 30;   // per writer thread
+constexpr int32_t ImportedGames = 150;  // per import thread
+constexpr int32_t WrittenGames = 80;    // per writer thread
 
 std::string WhiteOf(OvGameBuffer game)
 {
