@@ -23,6 +23,16 @@ bool SquareFromXY(int32_t file, int32_t rank, int& square)
     return true;
 }
 
+// The buffer of `game` and the squares of `xy`; null when either is bad.
+GameBuffer* FindWithMove(uint32_t game, const MoveXY* xy, int& from, int& to)
+{
+    GameBuffer* g = Find(game);
+    if (g == nullptr || xy == nullptr || !SquareFromXY(xy->fromFile, xy->fromRank, from) ||
+        !SquareFromXY(xy->toFile, xy->toRank, to))
+        return nullptr;
+    return g;
+}
+
 Kind KindFromDriverCode(int32_t code)
 {
     const Kind kind = code >= 0 && code <= 255 ? KindOf(uint8_t(code)) : NoKind;
@@ -217,11 +227,10 @@ int32_t IGMovePutAL(uint32_t move, uint32_t subline)
 
 int32_t LegalMove(uint32_t game, MoveXY* xy)
 {
-    GameBuffer* g = Find(game);
     int from = 0;
     int to = 0;
-    if (g == nullptr || xy == nullptr || !SquareFromXY(xy->fromFile, xy->fromRank, from) ||
-        !SquareFromXY(xy->toFile, xy->toRank, to))
+    GameBuffer* g = FindWithMove(game, xy, from, to);
+    if (g == nullptr)
         return 0;
     const Position& here = g->positions.back();
     if (!IsLegalMove(here, from, to))
@@ -233,11 +242,10 @@ int32_t LegalMove(uint32_t game, MoveXY* xy)
 
 int32_t AcceptMove(uint32_t game, const MoveXY* xy)
 {
-    GameBuffer* g = Find(game);
     int from = 0;
     int to = 0;
-    if (g == nullptr || xy == nullptr || !SquareFromXY(xy->fromFile, xy->fromRank, from) ||
-        !SquareFromXY(xy->toFile, xy->toRank, to))
+    GameBuffer* g = FindWithMove(game, xy, from, to);
+    if (g == nullptr)
         return 0;
     return Accept(*g, from, to, KindFromDriverCode(xy->promotion)) ? 1 : 0;
 }
