@@ -30,8 +30,12 @@ int32_t LoadWith(uint32_t game, uint32_t file, int32_t number, Read read)
     if (g == nullptr)
         return 0;
     return WithFile(file, int32_t(0), [&](GameFile& f) {
+        // A number with no game is refused before the buffer is touched; a
+        // damaged record may have half filled it, so that buffer is emptied.
         const std::string_view record = GameRecord(f, int64_t(number) - 1);
-        if (record.empty() || !read(*g, reinterpret_cast<const uint8_t*>(record.data()), record.size(), f.names)) {
+        if (record.empty())
+            return int32_t(0);
+        if (!read(*g, reinterpret_cast<const uint8_t*>(record.data()), record.size(), f.names)) {
             EraseGame(*g);
             return int32_t(0);
         }

@@ -132,15 +132,17 @@ TEST_F(GamefilesIntegration, WrittenGamesComeBackAndWalk)
     ASSERT_EQ(OvGetCurrentPos(game, &position), 1);
     EXPECT_EQ(IsStartPosition(&position), 1);
 
-    // The set-up game with its promotion; a refused number is not recorded.
+    // The set-up game with its promotion; a refused number leaves the game
+    // and its recorded source number as they were.
     ASSERT_EQ(OvReadGame(game, file, 2), 1);
     EXPECT_EQ(OvGetInitialPos(game, &position), 2);
     EXPECT_EQ(position.board[48], OV_WHITE_PAWN) << "a7";
     EXPECT_EQ(OvGetMoves(game, moves, 8), 1);
     EXPECT_EQ(moves[0], 0xF830);
     EXPECT_EQ(OvReadGame(game, file, 3), 0);
-    EXPECT_NE(IGGameGetSourceLoadnumber(game), 3);
     EXPECT_EQ(OvReadGameHeader(game, file, 0), 0);
+    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 2);
+    EXPECT_EQ(OvGetMoves(game, moves, 8), 1) << "the loaded game is still there";
     EXPECT_EQ(OvReadGameHeader(game, file, 1), 1);
     EXPECT_EQ(IGGameGetSourceLoadnumber(game), 1);
     EXPECT_EQ(OvCloseGamefile(file), 1);
