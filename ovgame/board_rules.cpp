@@ -2,6 +2,7 @@
 #include "ovgame/board_rules.h"
 
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace ovg {
@@ -63,6 +64,38 @@ constexpr RayTable MakeRayTable()
 
 constexpr RayTable Rays = MakeRayTable();
 
+// The same squares as sets: for each square the knight and king steps, and
+// the squares of each ray.
+struct MaskTable {
+    uint64_t knight[64];
+    uint64_t king[64];
+    uint64_t ray[64][8];
+};
+
+constexpr MaskTable MakeMaskTable()
+{
+    MaskTable table{};
+    for (int sq = 0; sq < 64; ++sq) {
+        for (int d = 0; d < 8; ++d) {
+            if (KnightTable.to[sq][d] >= 0)
+                table.knight[sq] |= uint64_t{1} << KnightTable.to[sq][d];
+            if (KingTable.to[sq][d] >= 0)
+                table.king[sq] |= uint64_t{1} << KingTable.to[sq][d];
+            for (const int8_t* ray = Rays.squares[sq][d]; *ray >= 0; ++ray)
+                table.ray[sq][d] |= uint64_t{1} << *ray;
+        }
+    }
+    return table;
+}
+
+constexpr MaskTable Masks = MakeMaskTable();
+
+// Whether the squares of a ray in direction `d` of KingSteps grow in number.
+constexpr bool RayAscends(int d)
+{
+    return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
+}
+
 constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
 constexpr uint8_t CastleFlag[2][2] = {{DrvCastleWhiteShort, DrvCastleWhiteLong},
                                       {DrvCastleBlackShort, DrvCastleBlackLong}};
@@ -107,14 +140,45 @@ bool CanTake(const Position& pos, int sq, Color own)
     return ((pos.occupied[own] >> sq) & 1) == 0;
 }
 
-bool RayHits(const Position& pos, int square, int direction, Color by, Kind slider)
+// Whether the first man along the ray, among `occupied`, is one of `men` and
+// a `slider` or queen.
+bool RayHits(const Position& pos, int square, int direction, uint64_t men, uint64_t occupied, Kind slider)
 {
-    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
-    for (const int8_t* sq = Rays.squares[square][direction]; *sq >= 0; ++sq) {
-        if ((uint64_t{1} << *sq) & allMen) {
-            const uint8_t code = pos.squares[*sq];
-            return ColorOf(code) == by && (KindOf(code) == slider || KindOf(code) == Queen);
-        }
+    const uint64_t blockers = Masks.ray[square][direction] & occupied;
+    if ((blockers & men) == 0)
+        return false;
+    const int first = RayAscends(direction) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
+    const Kind kind = KindOf(pos.squares[first]);
+    return ((men >> first) & 1) && (kind == slider || kind == Queen);
+}
+
+// Whether `square` is attacked by one of `men` (men of `by` whose codes stand
+// in `pos`), with `occupied` the squares that hold men.
+bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
+{
+    for (uint64_t near = Masks.knight[square] & men; near != 0; near &= near - 1) {
+        if (pos.squares[std::countr_zero(near)] == PieceCode(by, Knight))
+            return true;
+    }
+    for (uint64_t near = Masks.king[square] & men; near != 0; near &= near - 1) {
+        if (pos.squares[std::countr_zero(near)] == PieceCode(by, King))
+            return true;
+    }
+    for (int d = 0; d < 8; ++d) {
+        if (RayHits(pos, square, d, men, occupied, (d & 1) ? Bishop : Rook))
+            return true;
+    }
+    // A pawn of `by` attacks from one rank behind, seen from its own side.
+    const int rank = RankOf(square) + (by == White ? -1 : 1);
+    if (rank < 0 || rank > 7)
+        return false;
+    for (int df = -1; df <= 1; df += 2) {
+        const int f = FileOf(square) + df;
+        if (f < 0 || f > 7)
+            continue;
+        const int sq = SquareOf(f, rank);
+        if (((men >> sq) & 1) && pos.squares[sq] == PieceCode(by, Pawn))
+            return true;
     }
     return false;
 }
@@ -284,26 +348,7 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit)
 
 bool IsAttacked(const Position& pos, int square, Color by)
 {
-    for (int d = 0; d < 8; ++d) {
-        const int k = KnightTable.to[square][d];
-        if (k >= 0 && pos.squares[k] == PieceCode(by, Knight))
-            return true;
-        const int n = KingTable.to[square][d];
-        if (n >= 0 && pos.squares[n] == PieceCode(by, King))
-            return true;
-        if (RayHits(pos, square, d, by, (d & 1) ? Bishop : Rook))
-            return true;
-    }
-    // A pawn of `by` attacks from one rank behind, seen from its own side.
-    const int rank = RankOf(square) + (by == White ? -1 : 1);
-    if (rank < 0 || rank > 7)
-        return false;
-    for (int df = -1; df <= 1; df += 2) {
-        const int f = FileOf(square) + df;
-        if (f >= 0 && f < 8 && pos.squares[SquareOf(f, rank)] == PieceCode(by, Pawn))
-            return true;
-    }
-    return false;
+    return AttackedAmong(pos, square, by, pos.occupied[by], pos.occupied[0] | pos.occupied[1]);
 }
 
 bool InCheck(const Position& pos, Color color)
@@ -350,28 +395,44 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     ++pos.ply;
 }
 
-bool IsLegalMove(const Position& pos, int from, int to)
+int LegalTargetPlace(const Position& pos, int from, int to)
 {
     if (from < 0 || from > 63 || to < 0 || to > 63)
-        return false;
+        return -1;
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code) || ColorOf(code) != pos.side)
-        return false;
+        return -1;
     uint8_t targets[MaxTargets];
     const int n = TargetsOf(pos, from, targets);
-    bool found = false;
-    for (int i = 0; i < n && !found; ++i)
-        found = targets[i] == to;
-    if (!found)
-        return false;
+    int place = 0;
+    while (place < n && targets[place] != to)
+        ++place;
+    if (place == n)
+        return -1;
+    // The mover's king must not stand attacked once the move is made: the
+    // enemy men and the occupied squares as MakeMove leaves them.
     const Color own = Color(pos.side);
-    if (KindOf(code) == King && (to - from == 2 || from - to == 2)) {
-        if (InCheck(pos, own) || IsAttacked(pos, (from + to) / 2, Color(own ^ 1)))
-            return false;
+    const Color enemy = Color(own ^ 1);
+    const uint64_t toBit = uint64_t{1} << to;
+    uint64_t occupied = ((pos.occupied[0] | pos.occupied[1]) & ~(uint64_t{1} << from)) | toBit;
+    uint64_t enemies = pos.occupied[enemy] & ~toBit;
+    int king = pos.kingSquare[own];
+    const Kind kind = KindOf(code);
+    if (kind == King) {
+        king = to;
+        if (to - from == 2 || from - to == 2) {
+            if (InCheck(pos, own) || IsAttacked(pos, (from + to) / 2, enemy))
+                return -1;
+            const int rookFrom = to > from ? from + 3 : from - 4;
+            const int rookTo = to > from ? from + 1 : from - 1;
+            occupied = (occupied & ~(uint64_t{1} << rookFrom)) | (uint64_t{1} << rookTo);
+        }
+    } else if (kind == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to])) {
+        const uint64_t taken = uint64_t{1} << SquareOf(FileOf(to), RankOf(from));  // en passant
+        occupied &= ~taken;
+        enemies &= ~taken;
     }
-    Position after = pos;
-    MakeMove(after, from, to, Queen);
-    return !InCheck(after, own);
+    return king != NoSquare && AttackedAmong(pos, king, enemy, enemies, occupied) ? -1 : place;
 }
 
 bool IsPromotion(const Position& pos, int from, int to)

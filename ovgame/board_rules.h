@@ -78,9 +78,10 @@ bool InCheck(const Position& pos, Color color);
 // the last rank (Queen when anything else is given).
 void MakeMove(Position& pos, int from, int to, Kind promotion);
 
-// A legal move of the side to move: a target of TargetsOf, castling not out of
-// or through check, and the mover's king not attacked afterwards.
-bool IsLegalMove(const Position& pos, int from, int to);
+// For a legal move of the side to move (a target of TargetsOf, castling not
+// out of or through check, and the mover's king not attacked afterwards) the
+// place of `to` among the targets of the piece on `from`; -1 for any other.
+int LegalTargetPlace(const Position& pos, int from, int to);
 // Whether the move from `from` to `to` is a pawn reaching the last rank.
 bool IsPromotion(const Position& pos, int from, int to);
 

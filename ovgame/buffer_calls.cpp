@@ -232,9 +232,9 @@ int32_t LegalMove(uint32_t game, MoveXY* xy)
     GameBuffer* g = FindWithMove(game, xy, from, to);
     if (g == nullptr)
         return 0;
-    const Position& here = g->positions.back();
-    if (!IsLegalMove(here, from, to))
+    if (CheckMove(*g, from, to) < 0)
         return 0;
+    const Position& here = g->positions.back();
     if (IsPromotion(here, from, to))
         xy->promotion = PieceCode(Color(here.side), Queen);
     return 1;

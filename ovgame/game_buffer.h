@@ -70,6 +70,14 @@ struct LongComment {
     uint16_t count = 0;
 };
 
+// A move found legal in the current position, with the place of its
+// destination among its piece's targets; from -1 for none.
+struct CheckedMove {
+    int8_t from = -1;
+    int8_t to = -1;
+    int8_t place = -1;
+};
+
 constexpr uint32_t MaxNodes = 65536;  // node indices fit 16 bits of a move handle
 constexpr uint32_t NotArmed = UINT32_MAX;
 
@@ -89,6 +97,7 @@ struct GameBuffer {
     std::vector<Position> positions;   // positions[i]: the position after path[i]
     BoardRecord board{};               // the current position in the driver's form
     bool boardStale = true;            // `board` waits for CurrentBoard
+    CheckedMove checked;               // the last move LegalMove passed here
     uint32_t armedNode = NotArmed;
     uint32_t armedSubline = 0;
     bool hasPattern = false;
@@ -124,8 +133,13 @@ uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move);
 // AcceptMove); result false for an illegal move or a full tree.
 bool Accept(GameBuffer& game, int from, int to, Kind promotion);
 int32_t MainLineLength(const GameBuffer& game);
-// Marks the driver's form of the current position for renewal.
+// Marks the driver's form of the current position for renewal and forgets
+// the move checked there.
 void SyncBoard(GameBuffer& game);
+// The place of the move among its piece's targets when it is legal in the
+// current position (see LegalTargetPlace), -1 when not; remembered for the
+// Accept of the same move.
+int CheckMove(GameBuffer& game, int from, int to);
 // The current position in the driver's form, renewed when stale.
 const BoardRecord& CurrentBoard(GameBuffer& game);
 

@@ -49,6 +49,17 @@ GameBuffer* FindMove(uint32_t move, uint32_t& node)
 void SyncBoard(GameBuffer& game)
 {
     game.boardStale = true;
+    game.checked = CheckedMove{};
+}
+
+int CheckMove(GameBuffer& game, int from, int to)
+{
+    const CheckedMove& known = game.checked;
+    if (known.from == from && known.to == to)
+        return known.place;
+    const int place = LegalTargetPlace(game.positions.back(), from, to);
+    game.checked = place < 0 ? CheckedMove{} : CheckedMove{int8_t(from), int8_t(to), int8_t(place)};
+    return place;
 }
 
 const BoardRecord& CurrentBoard(GameBuffer& game)
@@ -156,9 +167,10 @@ uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move)
 
 bool Accept(GameBuffer& game, int from, int to, Kind promotion)
 {
-    const Position& here = game.positions.back();
-    if (!IsLegalMove(here, from, to))
+    const int place = CheckMove(game, from, to);
+    if (place < 0)
         return false;
+    const Position& here = game.positions.back();
     const uint8_t promo = IsPromotion(here, from, to) ? uint8_t(promotion >= Knight && promotion <= Queen ? promotion : Queen)
                                                       : uint8_t(NoKind);
     const uint32_t current = game.path.back();
@@ -183,7 +195,7 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         move.from = uint8_t(from);
         move.to = uint8_t(to);
         move.promotion = promo;
-        move.token = TokenOf(here, from, to, Kind(promo));
+        move.token = TokenOf(here, from, to, place, Kind(promo));
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;

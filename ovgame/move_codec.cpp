@@ -18,7 +18,7 @@ uint8_t PromotionCode(Kind kind)
 
 }  // namespace
 
-MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion)
+MoveToken TokenOf(const Position& pos, int from, int to, int place, Kind promotion)
 {
     MoveToken token;
     const uint64_t own = pos.occupied[pos.side];
@@ -26,13 +26,6 @@ MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion)
         return token;
     const int rank = CountBits(own & ((uint64_t{1} << from) - 1));
     if (rank > 15)
-        return token;
-    uint8_t targets[MaxTargets];
-    const int n = TargetsOf(pos, from, targets);
-    int place = 0;
-    while (place < n && targets[place] != to)
-        ++place;
-    if (place == n)
         return token;
     const uint8_t promo = IsPromotion(pos, from, to) ? PromotionCode(promotion) : 0;
     if (place < 15 && promo == 0) {

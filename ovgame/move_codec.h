@@ -19,9 +19,10 @@ constexpr uint8_t TokenLineEnd = 0x80;    // second byte: the side line ends
 constexpr uint8_t TokenLineStart = 0x81;  // second byte: a side line begins
 
 // The token of the move from `from` to `to` (with `promotion` for a pawn
-// reaching the last rank) in `pos`; length 0 when the mover's rank or
-// destination has no code (more than 16 men of a side).
-MoveToken TokenOf(const Position& pos, int from, int to, Kind promotion);
+// reaching the last rank) in `pos`, `place` being the place of `to` among the
+// targets of the piece (see LegalTargetPlace); length 0 when the mover's rank
+// has no code (more than 16 men of a side).
+MoveToken TokenOf(const Position& pos, int from, int to, int place, Kind promotion);
 
 // The tree of `game` as its nodes' tokens; `order` (when not null) receives
 // the nodes in the order of their tokens (the root first), `mainLength` the

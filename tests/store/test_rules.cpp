@@ -41,6 +41,15 @@ const RuleCase Cases[] = {
     {"pawn double step over a man", "4k3/8/8/8/8/4n3/4P3/4K3", 1, 0, "e2e4", false},
     {"bishop through a man", "4k3/8/8/8/8/8/1P6/B3K3", 1, 0, "a1c3", false},
     {"no king on the board", "8/8/8/8/8/8/4P3/8", 1, 0, "e2e4", true},
+    {"pinned rook along its pin", "4k3/4r3/8/8/8/8/4R3/4K3", 1, 0, "e2e5", true},
+    {"pinned rook takes the pinner", "4k3/4r3/8/8/8/8/4R3/4K3", 1, 0, "e2e7", true},
+    {"pinned bishop off its diagonal", "4k3/8/8/b7/8/8/3B4/4K3", 1, 0, "d2e3", false},
+    {"check blocked", "4k3/4r3/8/8/8/8/8/2B1K3", 1, 0, "c1e3", true},
+    {"check left standing", "4k3/4r3/8/8/8/8/8/2B1K3", 1, 0, "c1d2", false},
+    {"checker taken", "4k3/8/8/8/8/8/3r4/2B1K3", 1, 0, "c1d2", true},
+    {"king steps back along the checking rank", "4k3/8/8/8/8/8/8/r3K3", 1, 0, "e1f1", false},
+    {"en passant opening a diagonal to the king", "7k/8/4b3/3pP3/2K5/8/8/8", 1, 4, "e5d6", false},
+    {"en passant taking the checker", "7k/8/8/3pP3/4K3/8/8/8", 1, 4, "e5d6", true},
 };
 
 class Rules : public ::testing::TestWithParam<RuleCase> {};
@@ -65,6 +74,29 @@ INSTANTIATE_TEST_SUITE_P(Positions, Rules, ::testing::ValuesIn(Cases),
                                      ch = '_';
                              return name;
                          });
+
+TEST(RulesVerdict, ALegalMoveIsNotTakenOnceThePositionChanges)
+{
+    GameHandle game;
+    NewGameErase(game);
+    ASSERT_EQ(Play(game, {"e2e4"}), 1);
+    MoveXY reply = Xy("e7e5");
+    ASSERT_NE(LegalMove(game, &reply), 0);
+    ASSERT_EQ(PlayMoves(game, -1), 1);
+    EXPECT_EQ(AcceptMove(game, &reply), 0) << "white is to move again";
+
+    SetUpPosition(game, "4k3/8/8/8/8/8/8/R3K3", 1);
+    MoveXY castle = Xy("e1c1");
+    ASSERT_NE(LegalMove(game, &castle), 0);
+    SetUpPosition(game, "4k3/8/8/8/8/8/8/RN2K3", 1);
+    EXPECT_EQ(AcceptMove(game, &castle), 0) << "a new initial position drops the verdict";
+
+    MoveXY other = Xy("b1c3");
+    ASSERT_NE(LegalMove(game, &other), 0);
+    MoveXY king = Xy("e1e2");
+    EXPECT_NE(AcceptMove(game, &king), 0) << "another move is judged on its own";
+    EXPECT_EQ(MoveText(IGGameGetMovePtr(game)), "e1e2");
+}
 
 uint8_t At(uint32_t game, const char* square)
 {
