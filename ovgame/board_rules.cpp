@@ -96,6 +96,62 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
+// For each pair of squares the direction of KingSteps leading from the first
+// to the second, -1 when they share no line.
+struct DirectionTable {
+    int8_t to[64][64];
+};
+
+constexpr DirectionTable MakeDirectionTable()
+{
+    DirectionTable table{};
+    for (int from = 0; from < 64; ++from) {
+        for (int to = 0; to < 64; ++to)
+            table.to[from][to] = -1;
+        for (int d = 0; d < 8; ++d) {
+            for (const int8_t* sq = Rays.squares[from][d]; *sq >= 0; ++sq)
+                table.to[from][*sq] = int8_t(d);
+        }
+    }
+    return table;
+}
+
+constexpr DirectionTable Directions = MakeDirectionTable();
+
+// The first square holding a man along the ray in direction `d`; `blockers`
+// are the men on the ray, not empty.
+int FirstBlocker(uint64_t blockers, int d)
+{
+    return RayAscends(d) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
+}
+
+// How many targets a slider of `own` on `from` has in direction `d`.
+int RayReach(const Position& pos, int from, int d, Color own)
+{
+    const uint64_t ray = Masks.ray[from][d];
+    const uint64_t blockers = ray & (pos.occupied[0] | pos.occupied[1]);
+    if (blockers == 0)
+        return CountBits(ray);
+    const int first = FirstBlocker(blockers, d);
+    return CountBits(ray & ~Masks.ray[first][d]) - int((pos.occupied[own] >> first) & 1);
+}
+
+// The place of `to` among the targets of a slider on `from` that moves along
+// the directions `first`, `first + step`, ... of KingSteps; -1 when it is none.
+int SliderPlace(const Position& pos, int from, int to, Color own, int first, int step)
+{
+    const int direction = Directions.to[from][to];
+    if (direction < 0 || (direction - first) % step != 0)
+        return -1;
+    const int along = CountBits(Masks.ray[from][direction] & ~Masks.ray[to][direction]) - 1;
+    if (along >= RayReach(pos, from, direction, own))
+        return -1;
+    int place = along;
+    for (int d = first; d < direction; d += step)
+        place += RayReach(pos, from, d, own);
+    return place;
+}
+
 constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
 constexpr uint8_t CastleFlag[2][2] = {{DrvCastleWhiteShort, DrvCastleWhiteLong},
                                       {DrvCastleBlackShort, DrvCastleBlackLong}};
@@ -147,7 +203,7 @@ bool RayHits(const Position& pos, int square, int direction, uint64_t men, uint6
     const uint64_t blockers = Masks.ray[square][direction] & occupied;
     if ((blockers & men) == 0)
         return false;
-    const int first = RayAscends(direction) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
+    const int first = FirstBlocker(blockers, direction);
     const Kind kind = KindOf(pos.squares[first]);
     return ((men >> first) & 1) && (kind == slider || kind == Queen);
 }
@@ -395,6 +451,25 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     ++pos.ply;
 }
 
+int TargetPlace(const Position& pos, int from, int to)
+{
+    const uint8_t code = pos.squares[from];
+    const Color own = ColorOf(code);
+    switch (KindOf(code)) {
+    case Bishop: return SliderPlace(pos, from, to, own, 1, 2);
+    case Rook: return SliderPlace(pos, from, to, own, 0, 2);
+    case Queen: return SliderPlace(pos, from, to, own, 0, 1);
+    default: {
+        uint8_t targets[MaxTargets];
+        const int n = TargetsOf(pos, from, targets);
+        int place = 0;
+        while (place < n && targets[place] != to)
+            ++place;
+        return place == n ? -1 : place;
+    }
+    }
+}
+
 int LegalTargetPlace(const Position& pos, int from, int to)
 {
     if (from < 0 || from > 63 || to < 0 || to > 63)
@@ -402,12 +477,8 @@ int LegalTargetPlace(const Position& pos, int from, int to)
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code) || ColorOf(code) != pos.side)
         return -1;
-    uint8_t targets[MaxTargets];
-    const int n = TargetsOf(pos, from, targets);
-    int place = 0;
-    while (place < n && targets[place] != to)
-        ++place;
-    if (place == n)
+    const int place = TargetPlace(pos, from, to);
+    if (place < 0)
         return -1;
     // The mover's king must not stand attacked once the move is made: the
     // enemy men and the occupied squares as MakeMove leaves them.

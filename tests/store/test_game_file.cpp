@@ -75,6 +75,34 @@ TEST(GameFile, DressedGameSurvivesWriteCloseReopenAndLoad)
     EXPECT_EQ(OvgLoadGame(loaded, file, 1, 1), 0) << "only mode 0 is known";
 }
 
+TEST(GameFile, EveryLegalMoveOfASliderRichPositionSurvivesTheFile)
+{
+    // Each legal move becomes a line of its own from the initial position;
+    // the packed form names a move by its place among its piece's targets.
+    TempDir dir;
+    GameHandle game;
+    SetUpPosition(game, "r3k2r/1b4q1/8/3Q4/5n2/2B5/1P3R2/R3K3", 1);
+    int moves = 0;
+    for (int from = 0; from < 64; ++from) {
+        for (int to = 0; to < 64; ++to) {
+            MoveXY xy{from % 8 + 1, from / 8 + 1, to % 8 + 1, to / 8 + 1, 0};
+            if (LegalMove(game, &xy) == 0)
+                continue;
+            ASSERT_NE(AcceptMove(game, &xy), 0);
+            ASSERT_EQ(NewGameRewind(game), 1);
+            ++moves;
+        }
+    }
+    EXPECT_GT(moves, 40);
+    const std::string tree = DescribeTree(game);
+    FileHandle file(dir.File("sliders.ovg"), 1);
+    int32_t number = 0;
+    ASSERT_EQ(OvgWriteGame(game, file, 0, &number), 1);
+    GameHandle loaded;
+    ASSERT_NE(OvgLoadGame(loaded, file, 1, 0), 0);
+    EXPECT_EQ(DescribeTree(loaded), tree);
+}
+
 TEST(GameFile, TenThousandGamesInOneBulkOperationReadBackInBatches)
 {
     TempDir dir;
