@@ -157,6 +157,28 @@ constexpr uint8_t CastleFlag[2][2] = {{DrvCastleWhiteShort, DrvCastleWhiteLong},
                                       {DrvCastleBlackShort, DrvCastleBlackLong}};
 constexpr uint8_t HomeKingSquare[2] = {4, 60};
 
+// For each square the castling flags a move from it and a move to it end: a
+// rook's home square ends its wing, the king's home square both wings.
+struct CastlingLossTable {
+    uint8_t byFrom[64];
+    uint8_t byTo[64];
+};
+
+constexpr CastlingLossTable MakeCastlingLossTable()
+{
+    CastlingLossTable table{};
+    for (int c = 0; c < 2; ++c) {
+        for (int wing = 0; wing < 2; ++wing) {
+            table.byFrom[HomeRookSquare[c][wing]] |= CastleFlag[c][wing];
+            table.byTo[HomeRookSquare[c][wing]] |= CastleFlag[c][wing];
+            table.byFrom[HomeKingSquare[c]] |= CastleFlag[c][wing];
+        }
+    }
+    return table;
+}
+
+constexpr CastlingLossTable CastlingLost = MakeCastlingLossTable();
+
 void PutPiece(Position& pos, int square, uint8_t code)
 {
     const uint8_t old = pos.squares[square];
@@ -432,13 +454,7 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     PutPiece(pos, from, DrvEmpty);
     PutPiece(pos, to, code);
 
-    for (int c = 0; c < 2; ++c) {
-        for (int wing = 0; wing < 2; ++wing) {
-            const int rookSq = HomeRookSquare[c][wing];
-            if (from == rookSq || to == rookSq || from == HomeKingSquare[c])
-                pos.castling &= uint8_t(~CastleFlag[c][wing]);
-        }
-    }
+    pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
     pos.epFile = 0;
     if (kind == Pawn && (to - from == 16 || from - to == 16)) {
         // Only a double step that an enemy pawn beside it could take sets the file.

@@ -189,7 +189,7 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
                 target = child;
         }
     }
-    Position pos = here;
+    bool changes = false;  // a new node whose move alters the men counts
     if (target == 0) {
         Node move;
         move.from = uint8_t(from);
@@ -199,15 +199,14 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
-        const bool changes = KindOf(here.squares[from]) == Pawn || IsPiece(here.squares[to]);
-        MakeMove(pos, from, to, Kind(promo));
-        if (changes)
-            game.signature.Add(SignatureOf(pos));
-    } else {
-        MakeMove(pos, from, to, Kind(promo));
+        changes = KindOf(here.squares[from]) == Pawn || IsPiece(here.squares[to]);
     }
+    game.positions.push_back(here);  // `here` is not used past this point
+    Position& after = game.positions.back();
+    MakeMove(after, from, to, Kind(promo));
+    if (changes)
+        game.signature.Add(SignatureOf(after));
     game.path.push_back(target);
-    game.positions.push_back(pos);
     game.armedNode = NotArmed;
     SyncBoard(game);
     return true;
