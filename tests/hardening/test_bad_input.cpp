@@ -9,6 +9,10 @@
 #include <climits>
 #include <cstring>
 #include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
