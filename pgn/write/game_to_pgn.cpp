@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr uint16_t MarkerBits = MoveLineEnd | MoveBranch;
 
 // Storage of the comment block and the short comment of one move, reused for
 // every move of a game.
