@@ -9,7 +9,6 @@
 
 namespace {
 
-
 // Storage of the comment block and the short comment of one move, reused for
 // every move of a game.
 struct CommentBlocks {
