@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "orvan.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 
 // Bytes of the data buffer, and games asked for in one batch read.
 inline constexpr int32_t SearchBufferBytes = 65536;

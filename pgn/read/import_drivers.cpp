@@ -8,7 +8,7 @@
 #include "chess/position.h"
 #include "pgn/pgn_game.h"
 #include "pgn/read/game_builder.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 #include "pgn/read/pgn_read.h"
 
 namespace {

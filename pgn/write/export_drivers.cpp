@@ -6,7 +6,7 @@
 
 #include "orvan.h"
 #include "pgn/pgn_game.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 #include "pgn/write/game_to_pgn.h"
 #include "pgn/write/game_writer.h"
 #include "pgn/write/pgn_sink.h"

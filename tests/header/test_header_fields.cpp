@@ -7,7 +7,7 @@
 
 #include "frame/locale_tables.h"
 #include "orvan.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 #include "siblings/game_driver.h"
 
 namespace {

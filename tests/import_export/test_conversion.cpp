@@ -5,7 +5,7 @@
 #include <string>
 
 #include "pgn/pgn_game.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 #include "pgn/write/game_to_pgn.h"
 #include "pgn_snapshot.h"
 #include "siblings/game_driver.h"

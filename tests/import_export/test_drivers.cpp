@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "pgn/pgn_game.h"
-#include "pgn/read/owned_game_buffer.h"
+#include "frame/owned_game_buffer.h"
 #include "pgn_snapshot.h"
 #include "siblings/game_driver.h"
 

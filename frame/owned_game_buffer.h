@@ -1,6 +1,6 @@
 // A game buffer from OvAllocGameBuffer that is freed when it goes out of scope.
-#ifndef ORVAN_PGN_READ_OWNED_GAME_BUFFER_H
-#define ORVAN_PGN_READ_OWNED_GAME_BUFFER_H
+#ifndef ORVAN_FRAME_OWNED_GAME_BUFFER_H
+#define ORVAN_FRAME_OWNED_GAME_BUFFER_H
 
 #include "orvan.h"
 
