@@ -11,6 +11,7 @@
 #include "frame/owned_game_buffer.h"
 #include "pgn/read/pgn_read.h"
 #include "siblings/game_driver.h"
+#include "siblings/key_database.h"
 
 namespace {
 
@@ -38,7 +39,9 @@ constexpr uint32_t ImportBatchGames = 1024;
 // game. A stop or the end of the input commits the batch in hand; a crash,
 // or a store that fails in the file (which rolls its transaction back),
 // loses at most its games. Inside a bulk operation of the host's the batches
-// nest, and the host's end commits.
+// nest, and the host's end commits. The open key database's game file gets
+// no batches: the database files a game under its key only outside a bulk
+// operation, so each game there stays a transaction of its own.
 class ImportBatches {
 public:
     explicit ImportBatches(OvGameFile file) : file_(file) {}
@@ -46,11 +49,11 @@ public:
     ImportBatches(const ImportBatches&) = delete;
     ImportBatches& operator=(const ImportBatches&) = delete;
 
-    // A store that finds no batch open (the store refused one) is a
-    // transaction of its own, as outside an import.
+    // A store that finds no batch open (the store refused one, or the file
+    // is the database's) is a transaction of its own, as outside an import.
     void BeforeStore()
     {
-        if (!open_)
+        if (!open_ && IDIsDatabaseGamefile(file_) == 0)
             open_ = OvgFileAction(file_, BulkWrite) != 0;
     }
     void AfterStore()
