@@ -1,0 +1,114 @@
+#include "ovkey/position_table.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace ovkey {
+namespace {
+
+using Words = PositionTable::Words;
+
+constexpr size_t kSideCastlingEp = 8;
+
+Words WordsOf(const BoardRecord& board)
+{
+    Words words;
+    for (int file = 0; file < 8; ++file)
+        std::memcpy(&words[static_cast<size_t>(file)], board.squares + BoardIndex(file, 0), 8);
+    const uint64_t side = board.sideToMove == 1 ? 1 : 0;
+    const uint64_t castling = board.castling & 0xF0;
+    words[kSideCastlingEp] = side | castling << 8 | uint64_t{UsableEpFile(board)} << 16;
+    return words;
+}
+
+// The same words from a stored position, byte for byte: a position no board
+// can give finds no board.
+Words WordsOf(const KeyPosition& position)
+{
+    Words words{};
+    for (size_t file = 0; file < 8; ++file)
+        for (size_t rank = 0; rank < 8; ++rank)
+            words[file] |= uint64_t{position[8 * rank + file]} << (8 * rank);
+    words[kSideCastlingEp] = uint64_t{position[64]} | uint64_t{position[65]} << 8 |
+                             uint64_t{position[66]} << 16;
+    return words;
+}
+
+// Each word mixed in by a multiply, then a final mix so that the high bits,
+// which pick the slot, depend on every word.
+uint64_t HashOf(const Words& words)
+{
+    uint64_t hash = 0x9E3779B97F4A7C15ull;
+    for (uint64_t word : words) {
+        hash = (hash ^ word) * 0xBF58476D1CE4E5B9ull;
+        hash ^= hash >> 31;
+    }
+    hash *= 0xFF51AFD7ED558CCDull;
+    return hash ^ (hash >> 32);
+}
+
+uint32_t TagOf(uint64_t hash)
+{
+    return static_cast<uint32_t>(hash >> 32);
+}
+
+}  // namespace
+
+void PositionTable::Clear()
+{
+    entries_.clear();
+    slots_.clear();
+}
+
+void PositionTable::Add(const KeyPosition& position, int32_t key)
+{
+    const Words words = WordsOf(position);
+    const uint64_t hash = HashOf(words);
+    const size_t mask = slots_.size() - 1;
+    for (size_t at = hash & mask; !slots_.empty() && slots_[at].entry != 0; at = (at + 1) & mask) {
+        Entry& entry = entries_[slots_[at].entry - 1];
+        if (slots_[at].tag == TagOf(hash) && entry.words == words) {
+            entry.key = std::min(entry.key, key);
+            return;
+        }
+    }
+    entries_.push_back({words, key});
+    if (2 * entries_.size() > slots_.size())
+        Grow();
+    else
+        Place(hash, static_cast<uint32_t>(entries_.size()));
+}
+
+int32_t PositionTable::Find(const BoardRecord& board) const
+{
+    if (slots_.empty())
+        return 0;
+    const Words words = WordsOf(board);
+    const uint64_t hash = HashOf(words);
+    const size_t mask = slots_.size() - 1;
+    for (size_t at = hash & mask; slots_[at].entry != 0; at = (at + 1) & mask) {
+        const Entry& entry = entries_[slots_[at].entry - 1];
+        if (slots_[at].tag == TagOf(hash) && entry.words == words)
+            return entry.key;
+    }
+    return 0;
+}
+
+void PositionTable::Place(uint64_t hash, uint32_t entry)
+{
+    const size_t mask = slots_.size() - 1;
+    size_t at = hash & mask;
+    while (slots_[at].entry != 0)
+        at = (at + 1) & mask;
+    slots_[at] = {entry, TagOf(hash)};
+}
+
+void PositionTable::Grow()
+{
+    slots_.assign(std::bit_ceil(std::max<size_t>(64, 4 * entries_.size())), Slot{0, 0});
+    for (size_t i = 0; i < entries_.size(); ++i)
+        Place(HashOf(entries_[i].words), static_cast<uint32_t>(i + 1));
+}
+
+}  // namespace ovkey
