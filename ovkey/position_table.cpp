@@ -11,6 +11,10 @@ using Words = PositionTable::Words;
 
 constexpr size_t kSideCastlingEp = 8;
 
+// A file's eight squares are copied from the board into a word as they lie,
+// rank 1 in the low byte, as the stored positions are read below.
+static_assert(std::endian::native == std::endian::little);
+
 Words WordsOf(const BoardRecord& board)
 {
     Words words;
@@ -35,17 +39,19 @@ Words WordsOf(const KeyPosition& position)
     return words;
 }
 
-// Each word mixed in by a multiply, then a final mix so that the high bits,
-// which pick the slot, depend on every word.
+// Pairs of words multiplied side by side, which the processor overlaps, then
+// mixed so that the low bits, which pick the slot, depend on every word.
 uint64_t HashOf(const Words& words)
 {
-    uint64_t hash = 0x9E3779B97F4A7C15ull;
-    for (uint64_t word : words) {
-        hash = (hash ^ word) * 0xBF58476D1CE4E5B9ull;
-        hash ^= hash >> 31;
-    }
-    hash *= 0xFF51AFD7ED558CCDull;
-    return hash ^ (hash >> 32);
+    constexpr uint64_t kOdd[] = {0xA0761D6478BD642Full, 0xE7037ED1A0B428DBull,
+                                 0x8EBC6AF09C88C6E3ull, 0x589965CC75374CC3ull,
+                                 0x1D8E4E27C47D124Full};
+    uint64_t hash = words[8] * 0x9E3779B97F4A7C15ull;
+    for (size_t i = 0; i < 8; i += 2)
+        hash += (words[i] ^ kOdd[i / 2]) * (words[i + 1] ^ kOdd[i / 2 + 1]);
+    hash ^= hash >> 32;
+    hash *= 0xBF58476D1CE4E5B9ull;
+    return hash ^ (hash >> 29);
 }
 
 uint32_t TagOf(uint64_t hash)
@@ -59,6 +65,7 @@ void PositionTable::Clear()
 {
     entries_.clear();
     slots_.clear();
+    filter_.clear();
 }
 
 void PositionTable::Add(const KeyPosition& position, int32_t key)
@@ -86,6 +93,8 @@ int32_t PositionTable::Find(const BoardRecord& board) const
         return 0;
     const Words words = WordsOf(board);
     const uint64_t hash = HashOf(words);
+    if (!MayHave(hash))
+        return 0;
     const size_t mask = slots_.size() - 1;
     for (size_t at = hash & mask; slots_[at].entry != 0; at = (at + 1) & mask) {
         const Entry& entry = entries_[slots_[at].entry - 1];
@@ -102,11 +111,25 @@ void PositionTable::Place(uint64_t hash, uint32_t entry)
     while (slots_[at].entry != 0)
         at = (at + 1) & mask;
     slots_[at] = {entry, TagOf(hash)};
+    const size_t bit = FilterBit(hash);
+    filter_[bit / 64] |= uint64_t{1} << (bit % 64);
+}
+
+size_t PositionTable::FilterBit(uint64_t hash) const
+{
+    return static_cast<size_t>(hash >> 20) & (64 * filter_.size() - 1);
+}
+
+bool PositionTable::MayHave(uint64_t hash) const
+{
+    const size_t bit = FilterBit(hash);
+    return (filter_[bit / 64] >> (bit % 64) & 1) != 0;
 }
 
 void PositionTable::Grow()
 {
-    slots_.assign(std::bit_ceil(std::max<size_t>(64, 4 * entries_.size())), Slot{0, 0});
+    slots_.assign(std::bit_ceil(std::max<size_t>(64, 2 * entries_.size())), Slot{0, 0});
+    filter_.assign(slots_.size() / 8, 0);  // eight bits a slot
     for (size_t i = 0; i < entries_.size(); ++i)
         Place(HashOf(entries_[i].words), static_cast<uint32_t>(i + 1));
 }

@@ -42,9 +42,14 @@ private:
 
     void Place(uint64_t hash, uint32_t entry);
     void Grow();
+    size_t FilterBit(uint64_t hash) const;
+    bool MayHave(uint64_t hash) const;
 
     std::vector<Entry> entries_;
     std::vector<Slot> slots_;  // a power of two in size, at most half full
+    // A bit for every entry's hash: most boards that no key has stop here,
+    // at a few kilobytes that stay in the processor's cache.
+    std::vector<uint64_t> filter_;
 };
 
 }  // namespace ovkey
