@@ -72,13 +72,9 @@ void PositionTable::Add(const KeyPosition& position, int32_t key)
 {
     const Words words = WordsOf(position);
     const uint64_t hash = HashOf(words);
-    const size_t mask = slots_.size() - 1;
-    for (size_t at = hash & mask; !slots_.empty() && slots_[at].entry != 0; at = (at + 1) & mask) {
-        Entry& entry = entries_[slots_[at].entry - 1];
-        if (slots_[at].tag == TagOf(hash) && entry.words == words) {
-            entry.key = std::min(entry.key, key);
-            return;
-        }
+    if (const uint32_t known = EntryOf(words, hash)) {
+        entries_[known - 1].key = std::min(entries_[known - 1].key, key);
+        return;
     }
     entries_.push_back({words, key});
     if (2 * entries_.size() > slots_.size())
@@ -95,12 +91,16 @@ int32_t PositionTable::Find(const BoardRecord& board) const
     const uint64_t hash = HashOf(words);
     if (!MayHave(hash))
         return 0;
+    const uint32_t known = EntryOf(words, hash);
+    return known == 0 ? 0 : entries_[known - 1].key;
+}
+
+uint32_t PositionTable::EntryOf(const Words& words, uint64_t hash) const
+{
     const size_t mask = slots_.size() - 1;
-    for (size_t at = hash & mask; slots_[at].entry != 0; at = (at + 1) & mask) {
-        const Entry& entry = entries_[slots_[at].entry - 1];
-        if (slots_[at].tag == TagOf(hash) && entry.words == words)
-            return entry.key;
-    }
+    for (size_t at = hash & mask; !slots_.empty() && slots_[at].entry != 0; at = (at + 1) & mask)
+        if (slots_[at].tag == TagOf(hash) && entries_[slots_[at].entry - 1].words == words)
+            return slots_[at].entry;
     return 0;
 }
 

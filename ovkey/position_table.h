@@ -40,6 +40,9 @@ private:
         uint32_t tag;
     };
 
+    // The place in `entries_` + 1 of the position `words` of hash `hash`, 0
+    // when the table does not have it.
+    uint32_t EntryOf(const Words& words, uint64_t hash) const;
     void Place(uint64_t hash, uint32_t entry);
     void Grow();
     size_t FilterBit(uint64_t hash) const;
