@@ -18,12 +18,13 @@ using KeyPosition = std::array<uint8_t, 67>;
 
 KeyPosition KeyPositionOf(const BoardRecord& board);
 
+// The en passant file of `board` (1-8) when the side to move has a pawn
+// beside the pawn that has just made its double step, else 0.
+uint8_t UsableEpFile(const BoardRecord& board);
+
 // Writes the position into `board`, which keeps everything else it holds (its
 // border, its reserved part); `ply` is the half-moves played before it.
 void PutKeyPosition(const KeyPosition& position, int32_t plies, BoardRecord& board);
-
-// A 64-bit hash of the position, for the lookup in memory.
-int64_t KeyPositionHash(const KeyPosition& position);
 
 }  // namespace ovkey
 

@@ -57,13 +57,7 @@ int32_t CountGames(KeyDatabase& database, int32_t key)
 
 int32_t KeyAtPosition(KeyDatabase& database, const BoardRecord& board)
 {
-    const KeyPosition position = KeyPositionOf(board);
-    const auto [first, last] = database.positions.equal_range(KeyPositionHash(position));
-    int32_t key = 0;
-    for (auto known = first; known != last; ++known)
-        if (known->second.position == position && (key == 0 || known->second.key < key))
-            key = known->second.key;
-    return key;
+    return database.positions.Find(board);
 }
 
 int32_t DatabaseDepth(const KeyDatabase& database)

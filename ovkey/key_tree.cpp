@@ -35,7 +35,7 @@ int32_t AddKey(const NewKey& key)
     if (!insert.Run())
         return 0;
     const auto number = static_cast<int32_t>(sqlite3_last_insert_rowid(database->connection.get()));
-    database->positions.emplace(KeyPositionHash(position), KeyDatabase::KnownPosition{number, position});
+    database->positions.Add(position, number);
     database->longestLine = std::max(database->longestLine, static_cast<int32_t>(line.size()));
     return number;
 }

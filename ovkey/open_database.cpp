@@ -173,14 +173,13 @@ bool CloseKeyDatabase()
 
 void ReloadKeyIndex(KeyDatabase& database)
 {
-    database.positions.clear();
+    database.positions.Clear();
     Statement keys(database.connection.get(), "SELECT id, position FROM keys");
     while (keys.Step()) {
-        KeyDatabase::KnownPosition known{static_cast<int32_t>(keys.Int(0)), {}};
+        KeyPosition position{};
         const auto stored = keys.Blob(1);
-        std::copy_n(stored.begin(), std::min(stored.size(), known.position.size()),
-                    known.position.begin());
-        database.positions.emplace(KeyPositionHash(known.position), known);
+        std::copy_n(stored.begin(), std::min(stored.size(), position.size()), position.begin());
+        database.positions.Add(position, static_cast<int32_t>(keys.Int(0)));
     }
     Statement longest(database.connection.get(), "SELECT coalesce(max(plies), -1) FROM keys");
     database.longestLine = longest.Step() ? static_cast<int32_t>(longest.Int(0)) : -1;

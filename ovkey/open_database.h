@@ -8,13 +8,12 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "ovkey/key_cache.h"
 #include "ovkey/key_files.h"
-#include "ovkey/key_position.h"
+#include "ovkey/position_table.h"
 #include "ovkey/sqlite_handle.h"
 
 namespace ovkey {
@@ -22,12 +21,7 @@ namespace ovkey {
 struct KeyDatabase {
     Connection connection;
     KeyFilePaths paths;
-    // Every key's position by its hash, so that a lookup asks no file.
-    struct KnownPosition {
-        int32_t key;
-        KeyPosition position;
-    };
-    std::unordered_multimap<int64_t, KnownPosition> positions;
+    PositionTable positions;  // every key's position, so that a lookup asks no file
     int32_t longestLine = -1;  // half-moves of the longest key line, -1 without keys
     KeyCache cache;
     int32_t fileActionDepth = 0;
