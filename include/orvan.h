@@ -543,13 +543,6 @@ typedef int32_t (*NextGameCallback)(intptr_t userData);
  * the end of the file); the import ends when it returns 0, or when a game
  * cannot be stored. Games stored before a stop stay in the file.
  *
- * Outside a bulk operation of the caller's, the games are committed in
- * batches of 1024 (one transaction each), so that a crash or a failing store
- * (a full disk) loses at most the batch in hand, and other processes see the
- * games batch by batch. Inside the caller's bulk operation the caller's end
- * commits. A game file opened by the key database is the exception: each game
- * is committed and filed under its key on its own.
- *
  * Returns 0 when the read ran (to its end or until it was stopped), 1 when
  * `path` is null or cannot be opened, 2 when memory or a game buffer could
  * not be had (nothing is stored then). The count given to `progress` last is
