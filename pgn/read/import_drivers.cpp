@@ -10,8 +10,6 @@
 #include "pgn/read/game_builder.h"
 #include "frame/owned_game_buffer.h"
 #include "pgn/read/pgn_read.h"
-#include "siblings/game_driver.h"
-#include "siblings/key_database.h"
 
 namespace {
 
@@ -29,66 +27,15 @@ void PrepareRecord(PgnGame* game)
     *game->position = StartPosition;
 }
 
-// Games stored between two commits of an import.
-constexpr uint32_t ImportBatchGames = 1024;
-
 }  // namespace
-
-// The stores of an import run in bulk operations of the game store, one per
-// ImportBatchGames games: one commit for a batch instead of one for each
-// game. A stop or the end of the input commits the batch in hand; a crash,
-// or a store that fails in the file (which rolls its transaction back),
-// loses at most its games. Inside a bulk operation of the host's the batches
-// nest, and the host's end commits. The open key database's game file gets
-// no batches: the database files a game under its key only outside a bulk
-// operation, so each game there stays a transaction of its own.
-class ImportBatches {
-public:
-    explicit ImportBatches(OvGameFile file) : file_(file) {}
-    ~ImportBatches() { End(); }
-    ImportBatches(const ImportBatches&) = delete;
-    ImportBatches& operator=(const ImportBatches&) = delete;
-
-    // A store that finds no batch open (the store refused one, or the file
-    // is the database's) is a transaction of its own, as outside an import.
-    void BeforeStore()
-    {
-        if (!open_ && IDIsDatabaseGamefile(file_) == 0)
-            open_ = OvgFileAction(file_, BulkWrite) != 0;
-    }
-    void AfterStore()
-    {
-        if (++stored_ < ImportBatchGames)
-            return;
-        End();
-        stored_ = 0;
-    }
-
-private:
-    static constexpr int32_t BulkWrite = 2;  // takes the file's write lock at once
-    static constexpr int32_t BulkEnd = 0;
-
-    void End()
-    {
-        if (open_)
-            OvgFileAction(file_, BulkEnd);
-        open_ = false;
-    }
-
-    OvGameFile file_;
-    bool open_ = false;
-    uint32_t stored_ = 0;
-};
 
 int32_t PgnImportStoreGame(PgnGame* game, int32_t, int32_t, intptr_t context)
 {
     auto& import = *reinterpret_cast<PgnImportContext*>(context);
     BuildPgnGame(*game, import.gameBuffer);
     int32_t number = 0;
-    import.batches->BeforeStore();
     if (OvWriteGame(import.gameBuffer, import.gameFile, &number) == 0)
         return 0;
-    import.batches->AfterStore();
     ++import.gamesWritten;
     if (import.progress == nullptr)
         return 1;
@@ -126,8 +73,7 @@ extern "C" ORVAN_API int32_t OvPgnImport(const char* path, OvGameFile gameFile, 
     if (!file)
         return ImportNoInput;
 
-    ImportBatches batches(gameFile);
-    PgnImportContext context{gameFile, buffer.Get(), 0, progress, userData, &batches};
+    PgnImportContext context{gameFile, buffer.Get(), 0, progress, userData};
     PgnGame* game = storage.Game();
     PrepareRecord(game);
     PgnSource source;

@@ -6,9 +6,6 @@
 
 #include "orvan.h"
 
-// The bulk operations of an import (import_drivers.cpp).
-class ImportBatches;
-
 // What the import's game callback works with.
 struct PgnImportContext {
     OvGameFile gameFile;
@@ -16,7 +13,6 @@ struct PgnImportContext {
     uint32_t gamesWritten;
     PgnProgressCallback progress;  // may be null: the import goes on
     intptr_t userData;
-    ImportBatches* batches;  // the bulk operations the stores run in
 };
 
 // The game callback of OvPgnImport: builds the record into the context's
