@@ -2,6 +2,8 @@
 // each operator compares it.
 #include "search/header_match.h"
 
+#include <algorithm>
+
 #include "search/query.h"
 #include "siblings/game_driver.h"
 
@@ -131,6 +133,53 @@ int32_t WantedFor(int32_t op)
     return op >= QopEquals && op <= QopNotContains ? WantedResult[op] : 0;
 }
 
+// The relative cost of reading a field: none for an unknown one (it never
+// holds), little for a number the buffer holds, more for a text, most for the
+// texts of both players.
+int32_t FieldPrice(int32_t field)
+{
+    switch (field) {
+    case QfElo:
+    case QfResult:
+    case QfMoves:
+    case QfRound:
+    case QfDate:
+    case QfLoadnumber:
+    case QfWhiteElo:
+    case QfBlackElo:
+        return 1;
+    case QfKeycode:
+    case QfPlace:
+    case QfSite:
+    case QfAnnotator:
+    case QfRemark:
+    case QfWhite:
+    case QfBlack:
+    case QfWhiteCountry:
+    case QfBlackCountry:
+    case QfWhiteTitle:
+    case QfBlackTitle:
+        return 2;
+    case QfPlayer:
+    case QfCountry:
+    case QfTitle:
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+// The relative cost of testing a condition: none when its op makes it fail
+// at once, and a walk for a contained text costs more than a comparison from
+// the start.
+int32_t TestPrice(const sQueryCondition& condition)
+{
+    if (condition.op < QopEquals || condition.op > QopNotContains)
+        return 0;
+    const int32_t price = FieldPrice(condition.field);
+    return price >= 2 && condition.op >= QopContains ? price + 1 : price;
+}
+
 }  // namespace
 
 int32_t TestCondition(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition)
@@ -141,20 +190,47 @@ int32_t TestCondition(OvGameBuffer game, int32_t wanted, const sQueryCondition& 
     return Holds(game, wanted, condition) ? 1 : 0;
 }
 
-int32_t MatchGame(OvGameBuffer game, const sQuery& prepared, int32_t groupCount, int32_t conditionCount)
+MatchPlan PlanMatch(const sQuery& prepared, int32_t groupCount, int32_t conditionCount)
 {
-    if (prepared.includeDeleted == 0) {
+    MatchPlan plan;
+    plan.includeDeleted = prepared.includeDeleted;
+    plan.groupCount = std::min(groupCount, int32_t{OV_QUERY_GROUPS});
+    const int32_t rows = std::clamp(conditionCount, int32_t{0}, int32_t{OV_QUERY_ROWS});
+    for (int32_t group = 0; group < plan.groupCount; ++group) {
+        MatchPlan::Test* tests = plan.tests[group];
+        int32_t& count = plan.testCounts[group];
+        for (int32_t row = 0; row < rows; ++row) {
+            const sQueryCondition& condition = prepared.conditions[row][group];
+            if (condition.field != 0)  // an empty slot holds for every game
+                tests[count++] = {condition, WantedFor(condition.op)};
+        }
+        std::stable_sort(tests, tests + count, [](const MatchPlan::Test& a, const MatchPlan::Test& b) {
+            return TestPrice(a.condition) < TestPrice(b.condition);
+        });
+    }
+    return plan;
+}
+
+int32_t MatchPlanned(OvGameBuffer game, const MatchPlan& plan)
+{
+    if (plan.includeDeleted == 0) {
         if (IGGameGetStatus(game, OvgStatusDeleted) != 0)
             return 0;
-        if (groupCount == 0)
+        if (plan.groupCount == 0)
             return 1;
     }
-    for (int32_t group = 0; group < groupCount; ++group) {
-        int32_t row = 0;
-        while (row < conditionCount && TestCondition(game, WantedFor(prepared.conditions[row][group].op), prepared.conditions[row][group]) != 0)
-            ++row;
-        if (row == conditionCount)
+    for (int32_t group = 0; group < plan.groupCount; ++group) {
+        const MatchPlan::Test* test = plan.tests[group];
+        const MatchPlan::Test* end = test + plan.testCounts[group];
+        while (test != end && TestCondition(game, test->wanted, test->condition) != 0)
+            ++test;
+        if (test == end)
             return 1;
     }
     return 0;
+}
+
+int32_t MatchGame(OvGameBuffer game, const sQuery& prepared, int32_t groupCount, int32_t conditionCount)
+{
+    return MatchPlanned(game, PlanMatch(prepared, groupCount, conditionCount));
 }
