@@ -57,52 +57,56 @@ bool EitherSideText(OvGameBuffer game, int32_t wanted, const sQueryCondition& co
     return (one ? 1 : 0) == wanted;
 }
 
-bool NumberHolds(const sQueryCondition& condition, int32_t number)
+bool NumberHolds(const MatchPlan::Test& test, int32_t number)
 {
-    return NumberComparators[condition.op](ConditionNumber(condition), number);
+    return NumberComparators[test.condition.op](test.number, number);
 }
 
-bool DateHolds(OvGameBuffer game, const sQueryCondition& condition)
+bool DateHolds(OvGameBuffer game, const MatchPlan::Test& test)
 {
-    const int32_t query = ConditionNumber(condition);
+    const int32_t query = test.number;
     int32_t packed = 0;
     OvGetHeaderInfoInt(game, HdrDate, &packed);
     if ((query & 0xFF) == 0)
         packed &= ~0xFF;
     if ((query & 0xFF00) == 0)
         packed &= ~0xFF00;
-    return NumberComparators[condition.op](query, packed);
+    return NumberComparators[test.condition.op](query, packed);
 }
 
-bool Holds(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition)
+// Whether the game meets one planned test: only ops 1 to 6 and fields 1 to 22
+// can be met.
+bool Holds(OvGameBuffer game, const MatchPlan::Test& test)
 {
+    const sQueryCondition& condition = test.condition;
+    const int32_t wanted = test.wanted;
+    if (condition.op < QopEquals || condition.op > QopNotContains)
+        return false;
     switch (condition.field) {
-    case 0:
-        return true;
     case QfPlayer:
         return EitherSideText(game, wanted, condition, IGGameGetPlayer);
     case QfCountry:
         return EitherSideText(game, wanted, condition, IGGameGetCountry);
     case QfElo:
-        return NumberHolds(condition, IGGameGetElo(game, 0)) || NumberHolds(condition, IGGameGetElo(game, 1));
+        return NumberHolds(test, IGGameGetElo(game, 0)) || NumberHolds(test, IGGameGetElo(game, 1));
     case QfTitle:
         return EitherSideText(game, wanted, condition, IGGameGetTitle);
     case QfKeycode:
         return SingleText(game, wanted, condition, IGGameGetKeycode);
     case QfResult:
-        return ResultMatches(ConditionNumber(condition), IGGameGetResult(game, 0)) == wanted;
+        return ResultMatches(test.number, IGGameGetResult(game, 0)) == wanted;
     case QfMoves:
-        return NumberHolds(condition, (IGGameGetGamelength(game) + 1) / 2);
+        return NumberHolds(test, (IGGameGetGamelength(game) + 1) / 2);
     case QfPlace:
         return SingleText(game, wanted, condition, IGGameGetPlace);
     case QfSite:
         return SingleText(game, wanted, condition, IGGameGetSite);
     case QfRound:
-        return NumberHolds(condition, IGGameGetRound(game));
+        return NumberHolds(test, IGGameGetRound(game));
     case QfDate:
-        return DateHolds(game, condition);
+        return DateHolds(game, test);
     case QfLoadnumber:
-        return NumberHolds(condition, IGGameGetSourceLoadnumber(game));
+        return NumberHolds(test, IGGameGetSourceLoadnumber(game));
     case QfAnnotator:
         return SingleText(game, wanted, condition, IGGameGetAnnotator);
     case QfRemark:
@@ -116,9 +120,9 @@ bool Holds(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition)
     case QfBlackCountry:
         return SideText(game, wanted, condition, IGGameGetCountry, 1);
     case QfWhiteElo:
-        return NumberHolds(condition, IGGameGetElo(game, 0));
+        return NumberHolds(test, IGGameGetElo(game, 0));
     case QfBlackElo:
-        return NumberHolds(condition, IGGameGetElo(game, 1));
+        return NumberHolds(test, IGGameGetElo(game, 1));
     case QfWhiteTitle:
         return SideText(game, wanted, condition, IGGameGetTitle, 0);
     case QfBlackTitle:
@@ -138,35 +142,11 @@ int32_t WantedFor(int32_t op)
 // texts of both players.
 int32_t FieldPrice(int32_t field)
 {
-    switch (field) {
-    case QfElo:
-    case QfResult:
-    case QfMoves:
-    case QfRound:
-    case QfDate:
-    case QfLoadnumber:
-    case QfWhiteElo:
-    case QfBlackElo:
-        return 1;
-    case QfKeycode:
-    case QfPlace:
-    case QfSite:
-    case QfAnnotator:
-    case QfRemark:
-    case QfWhite:
-    case QfBlack:
-    case QfWhiteCountry:
-    case QfBlackCountry:
-    case QfWhiteTitle:
-    case QfBlackTitle:
-        return 2;
-    case QfPlayer:
-    case QfCountry:
-    case QfTitle:
-        return 4;
-    default:
+    if (field < QfPlayer || field > QfBlackTitle)
         return 0;
-    }
+    if (FieldValueIsNumber(field))
+        return 1;
+    return field == QfPlayer || field == QfCountry || field == QfTitle ? 4 : 2;
 }
 
 // The relative cost of testing a condition: none when its op makes it fail
@@ -182,14 +162,6 @@ int32_t TestPrice(const sQueryCondition& condition)
 
 }  // namespace
 
-int32_t TestCondition(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition)
-{
-    // A live condition has op 1 to 6; anything else is no condition a game meets.
-    if (condition.field != 0 && (condition.op < QopEquals || condition.op > QopNotContains))
-        return 0;
-    return Holds(game, wanted, condition) ? 1 : 0;
-}
-
 MatchPlan PlanMatch(const sQuery& prepared, int32_t groupCount, int32_t conditionCount)
 {
     MatchPlan plan;
@@ -202,7 +174,8 @@ MatchPlan PlanMatch(const sQuery& prepared, int32_t groupCount, int32_t conditio
         for (int32_t row = 0; row < rows; ++row) {
             const sQueryCondition& condition = prepared.conditions[row][group];
             if (condition.field != 0)  // an empty slot holds for every game
-                tests[count++] = {condition, WantedFor(condition.op)};
+                tests[count++] = {condition, WantedFor(condition.op),
+                                  FieldValueIsNumber(condition.field) ? ConditionNumber(condition) : 0};
         }
         std::stable_sort(tests, tests + count, [](const MatchPlan::Test& a, const MatchPlan::Test& b) {
             return TestPrice(a.condition) < TestPrice(b.condition);
@@ -222,7 +195,7 @@ int32_t MatchPlanned(OvGameBuffer game, const MatchPlan& plan)
     for (int32_t group = 0; group < plan.groupCount; ++group) {
         const MatchPlan::Test* test = plan.tests[group];
         const MatchPlan::Test* end = test + plan.testCounts[group];
-        while (test != end && TestCondition(game, test->wanted, test->condition) != 0)
+        while (test != end && Holds(game, *test))
             ++test;
         if (test == end)
             return 1;
