@@ -29,40 +29,75 @@ constexpr NumberComparator NumberComparators[7] = {
 
 using SideTextGetter = const char* (*)(uint32_t game, int32_t side, char* copy);
 using TextGetter = const char* (*)(uint32_t game, char* copy);
+using Test = MatchPlan::Test;
 
 const char* TextOrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
-bool TextHolds(int32_t wanted, const sQueryCondition& condition, const char* text)
+bool TextHolds(const Test& test, const char* text)
 {
-    return TextComparators[condition.op](condition.value, TextOrEmpty(text)) == wanted;
+    return TextComparators[test.condition.op](test.condition.value, TextOrEmpty(text)) == test.wanted;
 }
 
-bool SingleText(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition, TextGetter getter)
+template <TextGetter Get>
+bool SingleText(OvGameBuffer game, const Test& test)
 {
-    return TextHolds(wanted, condition, getter(game, nullptr));
+    return TextHolds(test, Get(game, nullptr));
 }
 
-bool SideText(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition, SideTextGetter getter, int32_t side)
+template <SideTextGetter Get, int32_t Side>
+bool SideText(OvGameBuffer game, const Test& test)
 {
-    return TextHolds(wanted, condition, getter(game, side, nullptr));
+    return TextHolds(test, Get(game, Side, nullptr));
 }
 
 // Either player fits (odd op), or neither does (even op); Black's text is
 // read only when White's does not fit.
-bool EitherSideText(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition, SideTextGetter getter)
+template <SideTextGetter Get>
+bool EitherSideText(OvGameBuffer game, const Test& test)
 {
-    const TextComparator compare = TextComparators[condition.op];
-    const bool one = compare(condition.value, TextOrEmpty(getter(game, 0, nullptr))) != 0 ||
-                     compare(condition.value, TextOrEmpty(getter(game, 1, nullptr))) != 0;
-    return (one ? 1 : 0) == wanted;
+    const TextComparator compare = TextComparators[test.condition.op];
+    const bool one = compare(test.condition.value, TextOrEmpty(Get(game, 0, nullptr))) != 0 ||
+                     compare(test.condition.value, TextOrEmpty(Get(game, 1, nullptr))) != 0;
+    return (one ? 1 : 0) == test.wanted;
 }
 
-bool NumberHolds(const MatchPlan::Test& test, int32_t number)
+bool NumberHolds(const Test& test, int32_t number)
 {
     return NumberComparators[test.condition.op](test.number, number);
 }
 
-bool DateHolds(OvGameBuffer game, const MatchPlan::Test& test)
+template <int32_t Side>
+bool SideElo(OvGameBuffer game, const Test& test)
+{
+    return NumberHolds(test, IGGameGetElo(game, Side));
+}
+
+bool EitherElo(OvGameBuffer game, const Test& test)
+{
+    return SideElo<0>(game, test) || SideElo<1>(game, test);
+}
+
+bool Result(OvGameBuffer game, const Test& test)
+{
+    return ResultMatches(test.number, IGGameGetResult(game, 0)) == test.wanted;
+}
+
+bool Moves(OvGameBuffer game, const Test& test)
+{
+    return NumberHolds(test, (IGGameGetGamelength(game) + 1) / 2);
+}
+
+bool Round(OvGameBuffer game, const Test& test)
+{
+    return NumberHolds(test, IGGameGetRound(game));
+}
+
+bool Loadnumber(OvGameBuffer game, const Test& test)
+{
+    return NumberHolds(test, IGGameGetSourceLoadnumber(game));
+}
+
+bool Date(OvGameBuffer game, const Test& test)
 {
     const int32_t query = test.number;
     int32_t packed = 0;
@@ -71,64 +106,40 @@ bool DateHolds(OvGameBuffer game, const MatchPlan::Test& test)
         packed &= ~0xFF;
     if ((query & 0xFF00) == 0)
         packed &= ~0xFF00;
-    return NumberComparators[test.condition.op](query, packed);
+    return NumberHolds(test, packed);
 }
 
-// Whether the game meets one planned test: only ops 1 to 6 and fields 1 to 22
-// can be met.
-bool Holds(OvGameBuffer game, const MatchPlan::Test& test)
+bool Never(OvGameBuffer, const Test&) { return false; }
+
+// The check of a live condition: only ops 1 to 6 and fields 1 to 22 can be met.
+MatchPlan::Check CheckFor(const sQueryCondition& condition)
 {
-    const sQueryCondition& condition = test.condition;
-    const int32_t wanted = test.wanted;
     if (condition.op < QopEquals || condition.op > QopNotContains)
-        return false;
+        return Never;
     switch (condition.field) {
-    case QfPlayer:
-        return EitherSideText(game, wanted, condition, IGGameGetPlayer);
-    case QfCountry:
-        return EitherSideText(game, wanted, condition, IGGameGetCountry);
-    case QfElo:
-        return NumberHolds(test, IGGameGetElo(game, 0)) || NumberHolds(test, IGGameGetElo(game, 1));
-    case QfTitle:
-        return EitherSideText(game, wanted, condition, IGGameGetTitle);
-    case QfKeycode:
-        return SingleText(game, wanted, condition, IGGameGetKeycode);
-    case QfResult:
-        return ResultMatches(test.number, IGGameGetResult(game, 0)) == wanted;
-    case QfMoves:
-        return NumberHolds(test, (IGGameGetGamelength(game) + 1) / 2);
-    case QfPlace:
-        return SingleText(game, wanted, condition, IGGameGetPlace);
-    case QfSite:
-        return SingleText(game, wanted, condition, IGGameGetSite);
-    case QfRound:
-        return NumberHolds(test, IGGameGetRound(game));
-    case QfDate:
-        return DateHolds(game, test);
-    case QfLoadnumber:
-        return NumberHolds(test, IGGameGetSourceLoadnumber(game));
-    case QfAnnotator:
-        return SingleText(game, wanted, condition, IGGameGetAnnotator);
-    case QfRemark:
-        return SingleText(game, wanted, condition, IGGameGetRemark);
-    case QfWhite:
-        return SideText(game, wanted, condition, IGGameGetPlayer, 0);
-    case QfBlack:
-        return SideText(game, wanted, condition, IGGameGetPlayer, 1);
-    case QfWhiteCountry:
-        return SideText(game, wanted, condition, IGGameGetCountry, 0);
-    case QfBlackCountry:
-        return SideText(game, wanted, condition, IGGameGetCountry, 1);
-    case QfWhiteElo:
-        return NumberHolds(test, IGGameGetElo(game, 0));
-    case QfBlackElo:
-        return NumberHolds(test, IGGameGetElo(game, 1));
-    case QfWhiteTitle:
-        return SideText(game, wanted, condition, IGGameGetTitle, 0);
-    case QfBlackTitle:
-        return SideText(game, wanted, condition, IGGameGetTitle, 1);
-    default:
-        return false;
+    case QfPlayer: return EitherSideText<IGGameGetPlayer>;
+    case QfCountry: return EitherSideText<IGGameGetCountry>;
+    case QfElo: return EitherElo;
+    case QfTitle: return EitherSideText<IGGameGetTitle>;
+    case QfKeycode: return SingleText<IGGameGetKeycode>;
+    case QfResult: return Result;
+    case QfMoves: return Moves;
+    case QfPlace: return SingleText<IGGameGetPlace>;
+    case QfSite: return SingleText<IGGameGetSite>;
+    case QfRound: return Round;
+    case QfDate: return Date;
+    case QfLoadnumber: return Loadnumber;
+    case QfAnnotator: return SingleText<IGGameGetAnnotator>;
+    case QfRemark: return SingleText<IGGameGetRemark>;
+    case QfWhite: return SideText<IGGameGetPlayer, 0>;
+    case QfBlack: return SideText<IGGameGetPlayer, 1>;
+    case QfWhiteCountry: return SideText<IGGameGetCountry, 0>;
+    case QfBlackCountry: return SideText<IGGameGetCountry, 1>;
+    case QfWhiteElo: return SideElo<0>;
+    case QfBlackElo: return SideElo<1>;
+    case QfWhiteTitle: return SideText<IGGameGetTitle, 0>;
+    case QfBlackTitle: return SideText<IGGameGetTitle, 1>;
+    default: return Never;
     }
 }
 
@@ -174,7 +185,7 @@ MatchPlan PlanMatch(const sQuery& prepared, int32_t groupCount, int32_t conditio
         for (int32_t row = 0; row < rows; ++row) {
             const sQueryCondition& condition = prepared.conditions[row][group];
             if (condition.field != 0)  // an empty slot holds for every game
-                tests[count++] = {condition, WantedFor(condition.op),
+                tests[count++] = {condition, CheckFor(condition), WantedFor(condition.op),
                                   FieldValueIsNumber(condition.field) ? ConditionNumber(condition) : 0};
         }
         std::stable_sort(tests, tests + count, [](const MatchPlan::Test& a, const MatchPlan::Test& b) {
@@ -195,7 +206,7 @@ int32_t MatchPlanned(OvGameBuffer game, const MatchPlan& plan)
     for (int32_t group = 0; group < plan.groupCount; ++group) {
         const MatchPlan::Test* test = plan.tests[group];
         const MatchPlan::Test* end = test + plan.testCounts[group];
-        while (test != end && Holds(game, *test))
+        while (test != end && test->check(game, *test))
             ++test;
         if (test == end)
             return 1;

@@ -29,8 +29,12 @@ inline constexpr int32_t WantedResult[7] = {0, 1, 0, 1, 0, 1, 0};
 // each group with the result their operator wants, cheapest test first (the
 // order of an AND group does not change its outcome).
 struct MatchPlan {
+    struct Test;
+    // Reads the condition's field from the game and compares it.
+    using Check = bool (*)(OvGameBuffer game, const Test& test);
     struct Test {
         sQueryCondition condition;
+        Check check;
         int32_t wanted;  // WantedResult[op]
         int32_t number;  // the value of a number, date or result condition
     };
