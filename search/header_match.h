@@ -25,9 +25,30 @@ int32_t ResultMatches(int32_t query, int32_t game);
 // What a text or result comparison must give for operator `op` to hold.
 inline constexpr int32_t WantedResult[7] = {0, 1, 0, 1, 0, 1, 0};
 
-// 1 when the game in `game` satisfies one prepared condition; `wanted` is
-// WantedResult[op]. Field 0 holds, a field outside 1 to 22 does not.
-int32_t TestCondition(OvGameBuffer game, int32_t wanted, const sQueryCondition& condition);
+// A prepared query laid out for testing many games: the live conditions of
+// each group with the result their operator wants, cheapest test first (the
+// order of an AND group does not change its outcome).
+struct MatchPlan {
+    struct Test;
+    // Reads the condition's field from the game and compares it.
+    using Check = bool (*)(OvGameBuffer game, const Test& test);
+    struct Test {
+        sQueryCondition condition;
+        Check check;
+        int32_t wanted;  // WantedResult[op]
+        int32_t number;  // the value of a number, date or result condition
+    };
+    Test tests[OV_QUERY_GROUPS][OV_QUERY_ROWS];
+    int32_t testCounts[OV_QUERY_GROUPS] = {};
+    int32_t groupCount = 0;
+    int32_t includeDeleted = 0;
+};
+
+// The plan of a query from PrepareQuery with its group and condition counts.
+MatchPlan PlanMatch(const sQuery& prepared, int32_t groupCount, int32_t conditionCount);
+
+// 1 when the game (header loaded) is a hit for the planned query.
+int32_t MatchPlanned(OvGameBuffer game, const MatchPlan& plan);
 
 // 1 when the game (header loaded) is a hit for the prepared query.
 int32_t MatchGame(OvGameBuffer game, const sQuery& prepared, int32_t groupCount, int32_t conditionCount);

@@ -10,6 +10,7 @@ int32_t SearchHeaders(OvGameFile file, const sQuery& query, SearchCallback callb
     int32_t groupCount = 0;
     int32_t conditionCount = 0;
     PrepareQuery(&prepared, &query, &groupCount, &conditionCount);
+    const MatchPlan plan = PlanMatch(prepared, groupCount, conditionCount);
 
     const BulkOperation bulk(file);
     const OwnedGameBuffer gameBuffer;
@@ -24,7 +25,7 @@ int32_t SearchHeaders(OvGameFile file, const sQuery& query, SearchCallback callb
                 SearchInBatches(file, game, buffer.Get(), report, [&](const uint8_t* packed, int32_t number) {
                     GetGameHeader(game, packed, 0, 1);
                     IGGamePutSourceLoadnumber(game, number);
-                    return MatchGame(game, prepared, groupCount, conditionCount) != 0;
+                    return MatchPlanned(game, plan) != 0;
                 });
         }
     }

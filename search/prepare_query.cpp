@@ -122,6 +122,11 @@ int32_t ConditionNumber(const sQueryCondition& condition)
     return number;
 }
 
+bool FieldValueIsNumber(int32_t field)
+{
+    return FormOf(field) != FieldForm::Text;
+}
+
 int32_t PrepareQuery(sQuery* prepared, const sQuery* query, int32_t* groupCount, int32_t* conditionCount)
 {
     prepared->includeDeleted = query->includeDeleted;

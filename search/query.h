@@ -32,4 +32,8 @@ bool BoardIsEmpty(const sPosition& position);
 // The number value of a prepared condition.
 int32_t ConditionNumber(const sQueryCondition& condition);
 
+// True when a prepared condition on `field` holds a number (number, date and
+// result fields) rather than a text.
+bool FieldValueIsNumber(int32_t field);
+
 #endif
