@@ -38,7 +38,7 @@ struct GameFile {
     Database db;
     Statement insertChunk, insertRecent, clearRecent, insertName, setDeleted, begin, beginImmediate,
         commit, rollback;
-    NameDictionary names;
+    SharedNames names;
     uint32_t namesStored = 0;
     std::vector<ChunkInfo> chunks;
     int64_t chunkedGames = 0;

@@ -38,14 +38,4 @@ bool NameDictionary::Get(uint32_t id, std::string_view& text) const
     return true;
 }
 
-void NameDictionary::TruncateTo(uint32_t id)
-{
-    for (uint32_t last = Last(); last > id; --last) {
-        std::string& stored = (*blocks_[last >> BlockBits])[last & ((1u << BlockBits) - 1)];
-        index_.erase(std::string_view(stored));
-        last_.store(last - 1, std::memory_order_release);
-        stored.clear();
-    }
-}
-
 }  // namespace ovg

@@ -1,7 +1,10 @@
 // The deduplicated header texts of one game file (players, events, sites and
 // every other text field), numbered from 1; 0 is the empty text. Texts are
 // added under the file's lock; reading a published number takes no lock and
-// may run beside additions, since stored texts never move.
+// may run beside additions, since stored texts never move. A number once
+// published keeps its text: after a rolled-back transaction the file takes a
+// new dictionary, and game buffers that still hold numbers of the old one
+// keep it alive.
 #ifndef OVGAME_NAME_DICTIONARY_H
 #define OVGAME_NAME_DICTIONARY_H
 
@@ -29,8 +32,6 @@ public:
     bool Get(uint32_t id, std::string_view& text) const;
     // Highest published number.
     uint32_t Last() const { return last_.load(std::memory_order_acquire); }
-    // Forgets the texts above `id` (after a rolled-back transaction).
-    void TruncateTo(uint32_t id);
 
 private:
     using Block = std::array<std::string, 1u << BlockBits>;
@@ -38,6 +39,8 @@ private:
     std::unordered_map<std::string_view, uint32_t> index_;
     std::atomic<uint32_t> last_{0};
 };
+
+using SharedNames = std::shared_ptr<NameDictionary>;
 
 }  // namespace ovg
 
