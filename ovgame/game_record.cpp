@@ -1,6 +1,7 @@
 // Packing and unpacking of stored game records.
 #include "ovgame/game_record.h"
 
+#include <bit>
 #include <cstring>
 
 #include "ovgame/move_codec.h"
@@ -315,14 +316,20 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     return PackResult::Done;
 }
 
-bool ReadPackedHeader(ByteReader& in, PackedHeader& header)
+bool ReadPackedHeader(ByteReader& from, PackedHeader& header)
 {
-    header.status = in.Byte();
-    header.layout = in.Byte();
-    header.result = (header.layout >> ResultShift) & 3;
+    // A local reader and local numbers stay in registers; stores through
+    // `header` could otherwise alias the reader's position.
+    ByteReader in = from;
+    const uint8_t status = in.Byte();
+    const uint8_t layout = in.Byte();
     const uint32_t mask = in.Varint32();
-    for (int f = 0; f < TextFieldCount; ++f)
-        header.texts[f] = (mask & (1u << f)) ? in.Varint32() : 0;
+    std::memset(header.texts, 0, sizeof header.texts);
+    for (uint32_t fields = mask & ((1u << TextFieldCount) - 1); fields != 0; fields &= fields - 1)
+        header.texts[std::countr_zero(fields)] = in.Varint32();
+    header.status = status;
+    header.layout = layout;
+    header.result = (layout >> ResultShift) & 3;
     header.round = (mask & MaskRound) ? in.Signed() : 0;
     header.elo[0] = (mask & MaskWhiteElo) ? in.Signed() : 0;
     header.elo[1] = (mask & MaskBlackElo) ? in.Signed() : 0;
@@ -331,6 +338,7 @@ bool ReadPackedHeader(ByteReader& in, PackedHeader& header)
     for (int32_t& part : header.date)
         part = (mask & MaskDate) ? in.Signed() : 0;
     header.mainLength = int32_t(in.Varint32() & 0x7FFFFFFF);
+    from = in;
     return !in.Failed();
 }
 
