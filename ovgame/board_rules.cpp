@@ -424,6 +424,30 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit)
     }
 }
 
+int TargetAt(const Position& pos, int from, int place)
+{
+    const uint8_t code = pos.squares[from];
+    int first = 0;
+    int step = 1;
+    switch (KindOf(code)) {
+    case Bishop: first = 1; step = 2; break;
+    case Rook: step = 2; break;
+    case Queen: break;
+    default: {
+        uint8_t targets[MaxTargets];
+        return place < TargetsOf(pos, from, targets, place + 1) ? targets[place] : -1;
+    }
+    }
+    // A slider's targets counted ray by ray, without listing them.
+    for (int d = first; d < 8; d += step) {
+        const int reach = RayReach(pos, from, d, ColorOf(code));
+        if (place < reach)
+            return Rays.squares[from][d][place];
+        place -= reach;
+    }
+    return -1;
+}
+
 bool IsAttacked(const Position& pos, int square, Color by)
 {
     return AttackedAmong(pos, square, by, pos.occupied[by], pos.occupied[0] | pos.occupied[1]);

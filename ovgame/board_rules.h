@@ -71,6 +71,10 @@ constexpr int MaxTargets = 32;
 // once `limit` targets are found. Result the count.
 int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit = MaxTargets);
 
+// The target at `place` (from 0) in the order of TargetsOf; -1 when the
+// piece has fewer targets.
+int TargetAt(const Position& pos, int from, int place);
+
 bool IsAttacked(const Position& pos, int square, Color by);
 bool InCheck(const Position& pos, Color color);
 
