@@ -14,7 +14,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace ovg {
 
@@ -35,8 +35,18 @@ public:
 
 private:
     using Block = std::array<std::string, 1u << BlockBits>;
+    // A slot of the open-addressed index: a text's hash and number, number 0
+    // for a free slot.
+    struct Slot {
+        uint32_t hash;
+        uint32_t id;
+    };
+
+    const std::string& Stored(uint32_t id) const { return (*blocks_[id >> BlockBits])[id & ((1u << BlockBits) - 1)]; }
+    void Index(Slot slot);
+
     std::array<std::unique_ptr<Block>, BlockCount> blocks_;
-    std::unordered_map<std::string_view, uint32_t> index_;
+    std::vector<Slot> slots_;  // a power of two in size, at most half taken
     std::atomic<uint32_t> last_{0};
 };
 
