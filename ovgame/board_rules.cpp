@@ -349,8 +349,25 @@ void RecordFromPosition(const Position& pos, BoardRecord& board)
 {
     std::memset(&board, 0, sizeof board);
     std::memset(board.squares, 0xFF, sizeof board.squares);  // the border
-    for (int sq = 0; sq < 64; ++sq)
-        board.squares[BoardIndex(FileOf(sq), RankOf(sq))] = pos.squares[sq];
+    // The record keeps each file's squares together, rank by rank: the rows
+    // of eight bytes are transposed into columns, half blocks, quarter
+    // blocks, then single bytes swapped across the diagonal.
+    static_assert(std::endian::native == std::endian::little);
+    uint64_t lines[8];
+    std::memcpy(lines, pos.squares, sizeof lines);
+    const auto swap = [&](int a, int b, int shift, uint64_t mask) {
+        const uint64_t t = ((lines[a] >> shift) ^ lines[b]) & mask;
+        lines[a] ^= t << shift;
+        lines[b] ^= t;
+    };
+    for (int r = 0; r < 4; ++r)
+        swap(r, r + 4, 32, 0x00000000FFFFFFFFull);
+    for (int r : {0, 1, 4, 5})
+        swap(r, r + 2, 16, 0x0000FFFF0000FFFFull);
+    for (int r : {0, 2, 4, 6})
+        swap(r, r + 1, 8, 0x00FF00FF00FF00FFull);
+    for (int file = 0; file < 8; ++file)
+        std::memcpy(board.squares + BoardIndex(file, 0), &lines[file], 8);
     board.sideToMove = pos.side == Black ? 1 : 0;
     board.epFile = pos.epFile;
     board.castling = pos.castling;
