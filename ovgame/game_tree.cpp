@@ -114,7 +114,11 @@ void ClearTree(GameBuffer& game)
 {
     ++game.treeGeneration;
     game.nodes.assign(1, Node{});
-    game.signature = GameSignature(SignatureOf(game.initial));
+    // Most games start from the standard position, whose signature is kept.
+    static const Signature standard = SignatureOf(StandardStart());
+    const Position& start = StandardStart();
+    const bool standardStart = std::memcmp(game.initial.squares, start.squares, 64) == 0;
+    game.signature = GameSignature(standardStart ? standard : SignatureOf(game.initial));
     game.longComments.clear();
     game.shortComments.clear();
     game.armedNode = NotArmed;
