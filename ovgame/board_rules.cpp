@@ -563,9 +563,4 @@ int LegalTargetPlace(const Position& pos, int from, int to)
     return king != NoSquare && AttackedAmong(pos, king, enemy, enemies, occupied) ? -1 : place;
 }
 
-bool IsPromotion(const Position& pos, int from, int to)
-{
-    return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
-}
-
 }  // namespace ovg

@@ -90,7 +90,10 @@ int TargetPlace(const Position& pos, int from, int to);
 // place of `to` among the targets of the piece on `from`; -1 for any other.
 int LegalTargetPlace(const Position& pos, int from, int to);
 // Whether the move from `from` to `to` is a pawn reaching the last rank.
-bool IsPromotion(const Position& pos, int from, int to);
+inline bool IsPromotion(const Position& pos, int from, int to)
+{
+    return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
+}
 
 }  // namespace ovg
 
