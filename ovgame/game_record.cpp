@@ -415,13 +415,13 @@ int ContainsPattern(const GameBuffer& game, const Sections& sections)
     return walked == 0 ? 1 : walked == 1 ? 0 : -1;
 }
 
-}  // namespace
-
-bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus)
+// Reads a record's header into `game` (see LoadHeader) and finds its
+// sections; a damaged record erases the game.
+bool ReadHead(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus,
+              Sections& sections)
 {
     ByteReader in(data, size);
     PackedHeader header;
-    Sections sections;
     if (!ReadRecord(in, header, sections)) {
         EraseGame(game);
         return false;
@@ -429,16 +429,18 @@ bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const Shared
     return LoadHeader(game, header, sections, names, withStatus);
 }
 
+}  // namespace
+
+bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus)
+{
+    Sections sections;
+    return ReadHead(game, data, size, names, withStatus, sections);
+}
+
 bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names)
 {
-    ByteReader in(data, size);
-    PackedHeader header;
     Sections sections;
-    if (!ReadRecord(in, header, sections)) {
-        EraseGame(game);
-        return false;
-    }
-    return LoadHeader(game, header, sections, names, true) && LoadTree(game, data, size, sections);
+    return ReadHead(game, data, size, names, true, sections) && LoadTree(game, data, size, sections);
 }
 
 int UnpackOnPattern(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names)
