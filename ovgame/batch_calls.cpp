@@ -22,7 +22,7 @@ static_assert(PrefixSize == 8);
 
 // The record behind a prefix and the dictionary of its file; false for an
 // unknown or closed file.
-bool OpenPacked(const void* packed, const uint8_t*& record, size_t& size, const NameDictionary*& names)
+bool OpenPacked(const void* packed, const uint8_t*& record, size_t& size, const SharedNames*& names)
 {
     if (packed == nullptr)
         return false;
@@ -79,7 +79,7 @@ int32_t GetGameHeader(uint32_t game, const void* packed, int32_t mode, int32_t w
     GameBuffer* g = Buffers().Find(game);
     const uint8_t* record = nullptr;
     size_t size = 0;
-    const NameDictionary* names = nullptr;
+    const SharedNames* names = nullptr;
     if (g == nullptr || mode != 0 || !OpenPacked(packed, record, size, names))
         return 0;
     return ReadHeader(*g, record, size, *names, withStatus != 0) ? 1 : 0;
@@ -90,17 +90,12 @@ int32_t UnpackGame(uint32_t game, const void* packed, int32_t mode)
     GameBuffer* g = Buffers().Find(game);
     const uint8_t* record = nullptr;
     size_t size = 0;
-    const NameDictionary* names = nullptr;
+    const SharedNames* names = nullptr;
     if (g == nullptr || !OpenPacked(packed, record, size, names))
         return mode == 0 ? 0 : -1;
     if (mode == 0)
         return UnpackRecord(*g, record, size, *names) ? 1 : 0;
     if (mode != 2 || !g->hasPattern)
         return -1;
-    const int hit = ContainsPattern(*g, record, size);
-    if (hit < 0)
-        return -1;
-    if (hit == 0)
-        return ReadHeader(*g, record, size, *names, true) ? 0 : -1;
-    return UnpackRecord(*g, record, size, *names) ? 1 : -1;
+    return UnpackOnPattern(*g, record, size, *names);
 }

@@ -349,8 +349,25 @@ void RecordFromPosition(const Position& pos, BoardRecord& board)
 {
     std::memset(&board, 0, sizeof board);
     std::memset(board.squares, 0xFF, sizeof board.squares);  // the border
-    for (int sq = 0; sq < 64; ++sq)
-        board.squares[BoardIndex(FileOf(sq), RankOf(sq))] = pos.squares[sq];
+    // The record keeps each file's squares together, rank by rank: the rows
+    // of eight bytes are transposed into columns, half blocks, quarter
+    // blocks, then single bytes swapped across the diagonal.
+    static_assert(std::endian::native == std::endian::little);
+    uint64_t lines[8];
+    std::memcpy(lines, pos.squares, sizeof lines);
+    const auto swap = [&](int a, int b, int shift, uint64_t mask) {
+        const uint64_t t = ((lines[a] >> shift) ^ lines[b]) & mask;
+        lines[a] ^= t << shift;
+        lines[b] ^= t;
+    };
+    for (int r = 0; r < 4; ++r)
+        swap(r, r + 4, 32, 0x00000000FFFFFFFFull);
+    for (int r : {0, 1, 4, 5})
+        swap(r, r + 2, 16, 0x0000FFFF0000FFFFull);
+    for (int r : {0, 2, 4, 6})
+        swap(r, r + 1, 8, 0x00FF00FF00FF00FFull);
+    for (int file = 0; file < 8; ++file)
+        std::memcpy(board.squares + BoardIndex(file, 0), &lines[file], 8);
     board.sideToMove = pos.side == Black ? 1 : 0;
     board.epFile = pos.epFile;
     board.castling = pos.castling;
@@ -422,6 +439,30 @@ int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit)
     default:
         return 0;
     }
+}
+
+int TargetAt(const Position& pos, int from, int place)
+{
+    const uint8_t code = pos.squares[from];
+    int first = 0;
+    int step = 1;
+    switch (KindOf(code)) {
+    case Bishop: first = 1; step = 2; break;
+    case Rook: step = 2; break;
+    case Queen: break;
+    default: {
+        uint8_t targets[MaxTargets];
+        return place < TargetsOf(pos, from, targets, place + 1) ? targets[place] : -1;
+    }
+    }
+    // A slider's targets counted ray by ray, without listing them.
+    for (int d = first; d < 8; d += step) {
+        const int reach = RayReach(pos, from, d, ColorOf(code));
+        if (place < reach)
+            return Rays.squares[from][d][place];
+        place -= reach;
+    }
+    return -1;
 }
 
 bool IsAttacked(const Position& pos, int square, Color by)
@@ -520,11 +561,6 @@ int LegalTargetPlace(const Position& pos, int from, int to)
         enemies &= ~taken;
     }
     return king != NoSquare && AttackedAmong(pos, king, enemy, enemies, occupied) ? -1 : place;
-}
-
-bool IsPromotion(const Position& pos, int from, int to)
-{
-    return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
 }
 
 }  // namespace ovg

@@ -71,6 +71,10 @@ constexpr int MaxTargets = 32;
 // once `limit` targets are found. Result the count.
 int TargetsOf(const Position& pos, int from, uint8_t* targets, int limit = MaxTargets);
 
+// The target at `place` (from 0) in the order of TargetsOf; -1 when the
+// piece has fewer targets.
+int TargetAt(const Position& pos, int from, int place);
+
 bool IsAttacked(const Position& pos, int square, Color by);
 bool InCheck(const Position& pos, Color color);
 
@@ -86,7 +90,10 @@ int TargetPlace(const Position& pos, int from, int to);
 // place of `to` among the targets of the piece on `from`; -1 for any other.
 int LegalTargetPlace(const Position& pos, int from, int to);
 // Whether the move from `from` to `to` is a pawn reaching the last rank.
-bool IsPromotion(const Position& pos, int from, int to);
+inline bool IsPromotion(const Position& pos, int from, int to)
+{
+    return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
+}
 
 }  // namespace ovg
 

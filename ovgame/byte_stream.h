@@ -71,6 +71,9 @@ public:
     }
     uint32_t Varint32()
     {
+        // Most numbers of a record take one byte.
+        if (at_ < size_ && data_[at_] < 0x80)
+            return data_[at_++];
         const uint64_t value = Varint();
         if (value > UINT32_MAX)
             failed_ = true;

@@ -111,7 +111,7 @@ int32_t OvgLoadGame(uint32_t game, uint32_t file, int32_t number, int32_t mode)
 int32_t OvgLoadGameHeader(uint32_t game, uint32_t file, int32_t number)
 {
     return LoadWith(game, file, number,
-                    [](GameBuffer& g, const uint8_t* data, size_t size, const NameDictionary& names) {
+                    [](GameBuffer& g, const uint8_t* data, size_t size, const SharedNames& names) {
                         return ReadHeader(g, data, size, names, true);
                     });
 }

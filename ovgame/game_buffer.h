@@ -5,11 +5,14 @@
 #define OVGAME_GAME_BUFFER_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ovgame/board_rules.h"
 #include "ovgame/handle_table.h"
+#include "ovgame/name_dictionary.h"
 #include "ovgame/position_signature.h"
 #include "siblings/driver_records.h"
 
@@ -31,6 +34,11 @@ struct HeaderText {
 
 struct Header {
     HeaderText texts[TextFieldCount];
+    // Fields whose text is still a number of GameBuffer::textNames (bit per
+    // field); they become text when first asked for, so that a search that
+    // looks at two fields does not copy eleven.
+    uint16_t pendingTexts = 0;
+    uint32_t textIds[TextFieldCount] = {};
     int32_t round = 0;
     int32_t elo[2] = {0, 0};
     int32_t time[2] = {0, 0};
@@ -40,10 +48,6 @@ struct Header {
 
 // Empties every field.
 void ClearHeader(Header& header);
-
-// Stores `text` (null: empty) cut to MaxTextLength characters.
-void SetText(HeaderText& field, const char* text);
-void SetText(HeaderText& field, const char* text, size_t length);
 
 // The packed token of a move in the position before it (see move_codec.h);
 // length 0 when the move has no token (more than 16 men of a side).
@@ -85,6 +89,7 @@ struct GameBuffer {
     uint32_t handle = 0;
     uint8_t treeGeneration = 0;
     Header header;
+    std::shared_ptr<const NameDictionary> textNames;  // of the pending header texts
     uint8_t status = 0;
     int32_t sourceNumber = 0;
     int32_t storedLength = 0;  // main line half-moves of a header-only load
@@ -113,6 +118,14 @@ uint32_t MoveHandle(const GameBuffer& game, uint32_t node);
 // The buffer and node of a move handle; null when the buffer is gone or the
 // tree has changed or the node is out of range.
 GameBuffer* FindMove(uint32_t move, uint32_t& node);
+
+// The text of a header field, looked up while it is pending.
+std::string_view FieldText(const GameBuffer& game, TextField field);
+// The field's own terminated text, made from the dictionary while pending.
+const HeaderText& ReadyText(GameBuffer& game, TextField field);
+// Stores `text` (null: empty) in a field, cut to MaxTextLength characters;
+// the field then no longer is pending.
+void PutFieldText(GameBuffer& game, TextField field, const char* text);
 
 // Header, status, source number and tree back to an empty standard game.
 void EraseGame(GameBuffer& game);

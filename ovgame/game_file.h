@@ -38,7 +38,7 @@ struct GameFile {
     Database db;
     Statement insertChunk, insertRecent, clearRecent, insertName, setDeleted, begin, beginImmediate,
         commit, rollback;
-    NameDictionary names;
+    SharedNames names;
     uint32_t namesStored = 0;
     std::vector<ChunkInfo> chunks;
     int64_t chunkedGames = 0;
@@ -49,8 +49,9 @@ struct GameFile {
     int64_t deletedCount = 0;
     int64_t deletedStored = 0;
     int bulkDepth = 0;
-    // The chunk read last.
+    // The chunk read last, and its place in `chunks`.
     int64_t cachedRow = 0;
+    size_t cachedChunk = 0;
     std::vector<uint8_t> cache;
 
     int64_t GameCount() const { return chunkedGames + int64_t(tailOffsets.size() - 1); }

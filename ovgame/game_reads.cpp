@@ -55,11 +55,18 @@ std::string_view GameRecord(GameFile& file, int64_t index)
         const uint32_t begin = file.tailOffsets[k];
         return {reinterpret_cast<const char*>(file.tailBytes.data()) + begin, file.tailOffsets[k + 1] - begin};
     }
-    const auto it = std::upper_bound(file.chunks.begin(), file.chunks.end(), index,
-                                     [](int64_t i, const ChunkInfo& c) { return i < c.first; });
-    const ChunkInfo& chunk = *(it - 1);
+    // Games are mostly read in order, so the chunk read last is tried first.
+    size_t place = file.cachedChunk;
+    if (file.cachedRow == 0 || place >= file.chunks.size() || file.chunks[place].rowid != file.cachedRow ||
+        index < file.chunks[place].first || index - file.chunks[place].first >= file.chunks[place].count) {
+        const auto it = std::upper_bound(file.chunks.begin(), file.chunks.end(), index,
+                                         [](int64_t i, const ChunkInfo& c) { return i < c.first; });
+        place = size_t(it - file.chunks.begin()) - 1;
+    }
+    const ChunkInfo& chunk = file.chunks[place];
     if (!LoadChunk(file, chunk))
         return {};
+    file.cachedChunk = place;
     const uint8_t* base = file.cache.data();
     const size_t table = 4 + 4 * (size_t(chunk.count) + 1);
     const size_t k = size_t(index - chunk.first);

@@ -1,6 +1,7 @@
 // Packing and unpacking of stored game records.
 #include "ovgame/game_record.h"
 
+#include <bit>
 #include <cstring>
 
 #include "ovgame/move_codec.h"
@@ -113,48 +114,13 @@ struct Sections {
     size_t rest = 0;  // offset of what follows the moves
 };
 
-// Reads the header fields into `header` (when not null) and finds the
-// sections. False for a damaged record.
-bool ReadRecord(ByteReader& in, Header* header, int32_t& length, const NameDictionary* names,
-                Sections& sections)
+// Reads the header and finds the sections behind it. False for a damaged
+// record.
+bool ReadRecord(ByteReader& in, PackedHeader& header, Sections& sections)
 {
-    in.Byte();  // status
-    sections.layout = in.Byte();
-    const uint32_t mask = in.Varint32();
-    for (int f = 0; f < TextFieldCount; ++f) {
-        if ((mask & (1u << f)) == 0)
-            continue;
-        const uint32_t id = in.Varint32();
-        if (header == nullptr)
-            continue;
-        std::string_view text;
-        if (!names->Get(id, text))
-            return false;
-        SetText(header->texts[f], text.data(), text.size());
-    }
-    int32_t round = 0, elo[2] = {0, 0}, time[2] = {0, 0}, date[3] = {0, 0, 0};
-    if (mask & MaskRound)
-        round = in.Signed();
-    if (mask & MaskWhiteElo)
-        elo[0] = in.Signed();
-    if (mask & MaskBlackElo)
-        elo[1] = in.Signed();
-    if (mask & MaskTimes) {
-        time[0] = in.Signed();
-        time[1] = in.Signed();
-    }
-    if (mask & MaskDate) {
-        for (int32_t& part : date)
-            part = in.Signed();
-    }
-    if (header != nullptr) {
-        header->result = (sections.layout >> ResultShift) & 3;
-        header->round = round;
-        std::memcpy(header->elo, elo, sizeof elo);
-        std::memcpy(header->time, time, sizeof time);
-        std::memcpy(header->date, date, sizeof date);
-    }
-    length = int32_t(in.Varint32() & 0x7FFFFFFF);
+    if (!ReadPackedHeader(in, header))
+        return false;
+    sections.layout = header.layout;
     const bool wide = sections.layout & LayoutWideCounts;
     if (sections.layout & LayoutOwnBounds) {
         ReadCounts(in, sections.signature.least, wide);
@@ -170,6 +136,7 @@ bool ReadRecord(ByteReader& in, Header* header, int32_t& length, const NameDicti
     const uint32_t movesSize = in.Varint32();
     const std::string_view moves = in.Bytes(movesSize);
     sections.moves = ByteReader(reinterpret_cast<const uint8_t*>(moves.data()), moves.size());
+    sections.rest = in.Offset();
     return !in.Failed();
 }
 
@@ -276,8 +243,7 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     uint32_t ids[TextFieldCount];
     uint32_t mask = 0;
     for (int f = 0; f < TextFieldCount; ++f) {
-        const HeaderText& field = game.header.texts[f];
-        const std::string_view text(field.text, field.length);
+        const std::string_view text = FieldText(game, TextField(f));
         uint32_t id = names.Find(text);
         if (id == UINT32_MAX)
             id = names.Add(text);
@@ -350,43 +316,70 @@ PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<u
     return PackResult::Done;
 }
 
+bool ReadPackedHeader(ByteReader& from, PackedHeader& header)
+{
+    // A local reader and local numbers stay in registers; stores through
+    // `header` could otherwise alias the reader's position.
+    ByteReader in = from;
+    const uint8_t status = in.Byte();
+    const uint8_t layout = in.Byte();
+    const uint32_t mask = in.Varint32();
+    std::memset(header.texts, 0, sizeof header.texts);
+    for (uint32_t fields = mask & ((1u << TextFieldCount) - 1); fields != 0; fields &= fields - 1)
+        header.texts[std::countr_zero(fields)] = in.Varint32();
+    header.status = status;
+    header.layout = layout;
+    header.result = (layout >> ResultShift) & 3;
+    header.round = (mask & MaskRound) ? in.Signed() : 0;
+    header.elo[0] = (mask & MaskWhiteElo) ? in.Signed() : 0;
+    header.elo[1] = (mask & MaskBlackElo) ? in.Signed() : 0;
+    for (int32_t& part : header.time)
+        part = (mask & MaskTimes) ? in.Signed() : 0;
+    for (int32_t& part : header.date)
+        part = (mask & MaskDate) ? in.Signed() : 0;
+    header.mainLength = int32_t(in.Varint32() & 0x7FFFFFFF);
+    from = in;
+    return !in.Failed();
+}
+
 namespace {
 
-// Reads the header part of a record into `game` and empties its tree; the
-// sections are left for the caller. On a damaged record the game is erased.
-bool ReadHead(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
-              bool withStatus, Sections& sections)
+// Puts a read header into `game` with its texts pending, and empties the
+// tree. On a text number `names` does not know the game is erased.
+bool LoadHeader(GameBuffer& game, const PackedHeader& packed, const Sections& sections, const SharedNames& names,
+                bool withStatus)
 {
-    ByteReader in(data, size);
-    int32_t length = 0;
-    ClearHeader(game.header);
-    if (size < 2 || !ReadRecord(in, &game.header, length, &names, sections)) {
-        EraseGame(game);
-        return false;
+    const uint32_t last = names->Last();
+    Header& header = game.header;
+    ClearHeader(header);
+    for (int f = 0; f < TextFieldCount; ++f) {
+        const uint32_t id = packed.texts[f];
+        if (id > last) {
+            EraseGame(game);
+            return false;
+        }
+        header.textIds[f] = id;
+        if (id != 0)
+            header.pendingTexts |= uint16_t(1u << f);
     }
-    game.storedLength = length;
+    if (game.textNames != names)
+        game.textNames = names;
+    header.result = packed.result;
+    header.round = packed.round;
+    std::memcpy(header.elo, packed.elo, sizeof header.elo);
+    std::memcpy(header.time, packed.time, sizeof header.time);
+    std::memcpy(header.date, packed.date, sizeof header.date);
+    game.storedLength = packed.mainLength;
     if (withStatus)
-        game.status = data[StatusOffset];
+        game.status = packed.status;
     game.initial = sections.initial;
     ClearTree(game);
-    sections.rest = in.Offset();
     return true;
 }
 
-}  // namespace
-
-bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
-                bool withStatus)
+// Reads the move tree (and comments) of a record whose header `game` holds.
+bool LoadTree(GameBuffer& game, const uint8_t* data, size_t size, const Sections& sections)
 {
-    Sections sections;
-    return ReadHead(game, data, size, names, withStatus, sections);
-}
-
-bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names)
-{
-    Sections sections;
-    if (!ReadHead(game, data, size, names, true, sections))
-        return false;
     game.signature = sections.signature;
     const int walked = DecodeTree(sections.moves, game.initial, [&](uint32_t parent, const Node& move, const Position&) {
         return AppendChild(game, parent, move) != 0 ? WalkAnswer::Go : WalkAnswer::Stop;
@@ -394,20 +387,15 @@ bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const Name
     const bool good = walked == 1 &&
                       (!(sections.layout & LayoutComments) ||
                        ReadComments(game, ByteReader(data + sections.rest, size - sections.rest)));
-    if (!good) {
+    if (!good)
         EraseGame(game);
-        return false;
-    }
-    return true;
+    return good;
 }
 
-int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
+// Whether a position of the record, in any line, equals the pattern of
+// `game`: 1 yes, 0 no, -1 damaged moves.
+int ContainsPattern(const GameBuffer& game, const Sections& sections)
 {
-    ByteReader in(data, size);
-    Sections sections;
-    int32_t length = 0;
-    if (size < 2 || !ReadRecord(in, nullptr, length, nullptr, sections))
-        return -1;
     ++PatternStatistics.tested;
     if (!sections.signature.MayContain(game.patternCounts)) {
         ++PatternStatistics.rejectedBySignature;
@@ -427,14 +415,57 @@ int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size)
     return walked == 0 ? 1 : walked == 1 ? 0 : -1;
 }
 
+// Reads a record's header into `game` (see LoadHeader) and finds its
+// sections; a damaged record erases the game.
+bool ReadHead(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus,
+              Sections& sections)
+{
+    ByteReader in(data, size);
+    PackedHeader header;
+    if (!ReadRecord(in, header, sections)) {
+        EraseGame(game);
+        return false;
+    }
+    return LoadHeader(game, header, sections, names, withStatus);
+}
+
+}  // namespace
+
+bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus)
+{
+    Sections sections;
+    return ReadHead(game, data, size, names, withStatus, sections);
+}
+
+bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names)
+{
+    Sections sections;
+    return ReadHead(game, data, size, names, true, sections) && LoadTree(game, data, size, sections);
+}
+
+int UnpackOnPattern(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names)
+{
+    ByteReader in(data, size);
+    PackedHeader header;
+    Sections sections;
+    if (!ReadRecord(in, header, sections))
+        return -1;
+    const int hit = ContainsPattern(game, sections);
+    if (hit < 0 || !LoadHeader(game, header, sections, names, true))
+        return -1;
+    if (hit == 0)
+        return 0;
+    return LoadTree(game, data, size, sections) ? 1 : -1;
+}
+
 bool LengthWithoutComments(const uint8_t* data, size_t size, size_t& length, uint8_t& layout)
 {
     ByteReader in(data, size);
+    PackedHeader header;
     Sections sections;
-    int32_t mainLength = 0;
-    if (size < 2 || !ReadRecord(in, nullptr, mainLength, nullptr, sections))
+    if (!ReadRecord(in, header, sections))
         return false;
-    length = in.Offset();
+    length = sections.rest;
     layout = uint8_t(sections.layout & ~LayoutComments);
     return true;
 }

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "ovgame/byte_stream.h"
 #include "ovgame/game_buffer.h"
 #include "ovgame/name_dictionary.h"
 
@@ -28,18 +29,36 @@ constexpr size_t StatusOffset = 0;
 
 enum class PackResult { Done, TooManyMen, DictionaryFull };
 
+// The header part of a record as stored: text fields as dictionary numbers
+// (0 for an absent field), numbers as they are.
+struct PackedHeader {
+    uint8_t status = 0;
+    uint8_t layout = 0;
+    uint32_t texts[TextFieldCount] = {};
+    int32_t round = 0;
+    int32_t elo[2] = {0, 0};
+    int32_t time[2] = {0, 0};
+    int32_t date[3] = {0, 0, 0};
+    int32_t result = 0;
+    int32_t mainLength = 0;  // main line half-moves
+};
+
+// Reads the header part from the start of a record; false when damaged.
+bool ReadPackedHeader(ByteReader& in, PackedHeader& header);
+
 // Appends the record of `game` to `out`, adding unknown header texts to `names`.
 PackResult PackGame(const GameBuffer& game, NameDictionary& names, std::vector<uint8_t>& out);
 
 // Reads header fields, main line length and (with `withStatus`) the status
 // flags into `game` and empties its tree. False for a damaged record.
-bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names,
-                bool withStatus);
+// The texts stay numbers of `names` until a getter asks for them.
+bool ReadHeader(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names, bool withStatus);
 // Reads the whole game into `game`, which then stands on its initial position.
-bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const NameDictionary& names);
+bool UnpackRecord(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names);
 // Whether a position of the game, in any line, equals the pattern of
-// `game`: 1 yes, 0 no, -1 damaged record.
-int ContainsPattern(const GameBuffer& game, const uint8_t* data, size_t size);
+// `game`: 1 yes, with the whole game read into `game`; 0 no, with its header
+// and status read; -1 damaged record.
+int UnpackOnPattern(GameBuffer& game, const uint8_t* data, size_t size, const SharedNames& names);
 // The length of the record without its comments section (which is at its
 // end), and the layout byte to use then; false for a damaged record.
 bool LengthWithoutComments(const uint8_t* data, size_t size, size_t& length, uint8_t& layout);

@@ -6,12 +6,7 @@
 #include "ovgame/move_codec.h"
 
 namespace ovg {
-
-BufferTable& Buffers()
-{
-    static BufferTable table;
-    return table;
-}
+namespace {
 
 void SetText(HeaderText& field, const char* text, size_t length)
 {
@@ -22,9 +17,41 @@ void SetText(HeaderText& field, const char* text, size_t length)
     field.length = uint16_t(length);
 }
 
-void SetText(HeaderText& field, const char* text)
+}  // namespace
+
+BufferTable& Buffers()
 {
-    SetText(field, text == nullptr ? "" : text, text == nullptr ? 0 : strnlen(text, MaxTextLength));
+    static BufferTable table;
+    return table;
+}
+
+std::string_view FieldText(const GameBuffer& game, TextField field)
+{
+    const HeaderText& own = game.header.texts[field];
+    if ((game.header.pendingTexts & (1u << field)) == 0)
+        return {own.text, own.length};
+    std::string_view text;
+    // The reader checked that the number is published, and a dictionary keeps
+    // its numbers for good.
+    game.textNames->Get(game.header.textIds[field], text);
+    return text.substr(0, MaxTextLength);
+}
+
+const HeaderText& ReadyText(GameBuffer& game, TextField field)
+{
+    HeaderText& own = game.header.texts[field];
+    if (game.header.pendingTexts & (1u << field)) {
+        const std::string_view text = FieldText(game, field);
+        SetText(own, text.data(), text.size());
+        game.header.pendingTexts &= uint16_t(~(1u << field));
+    }
+    return own;
+}
+
+void PutFieldText(GameBuffer& game, TextField field, const char* text)
+{
+    SetText(game.header.texts[field], text == nullptr ? "" : text, text == nullptr ? 0 : strnlen(text, MaxTextLength));
+    game.header.pendingTexts &= uint16_t(~(1u << field));
 }
 
 uint32_t MoveHandle(const GameBuffer& game, uint32_t node)
@@ -73,6 +100,7 @@ const BoardRecord& CurrentBoard(GameBuffer& game)
 
 void ClearHeader(Header& header)
 {
+    header.pendingTexts = 0;
     for (HeaderText& text : header.texts) {
         text.length = 0;
         text.text[0] = '\0';
@@ -86,7 +114,11 @@ void ClearTree(GameBuffer& game)
 {
     ++game.treeGeneration;
     game.nodes.assign(1, Node{});
-    game.signature = GameSignature(SignatureOf(game.initial));
+    // Most games start from the standard position, whose signature is kept.
+    static const Signature standard = SignatureOf(StandardStart());
+    const Position& start = StandardStart();
+    const bool standardStart = std::memcmp(game.initial.squares, start.squares, 64) == 0;
+    game.signature = GameSignature(standardStart ? standard : SignatureOf(game.initial));
     game.longComments.clear();
     game.shortComments.clear();
     game.armedNode = NotArmed;
@@ -104,6 +136,7 @@ void Rewind(GameBuffer& game)
 void EraseGame(GameBuffer& game)
 {
     ClearHeader(game.header);
+    game.textNames.reset();
     game.status = 0;
     game.sourceNumber = 0;
     game.storedLength = 0;

@@ -52,9 +52,9 @@ bool WriteChunk(GameFile& file)
 // Brings the database in step with memory inside the open transaction.
 bool Flush(GameFile& file)
 {
-    for (uint32_t id = file.namesStored + 1; id <= file.names.Last(); ++id) {
+    for (uint32_t id = file.namesStored + 1; id <= file.names->Last(); ++id) {
         std::string_view text;
-        file.names.Get(id, text);
+        file.names->Get(id, text);
         if (!file.insertName.Bind(1, id).BindBlob(2, text.data(), text.size()).Run())
             return false;
         file.namesStored = id;
@@ -121,7 +121,7 @@ bool PatchByte(GameFile& file, const char* table, int64_t row, int offset, uint8
 int64_t AppendGame(GameFile& file, const GameBuffer& game)
 {
     const size_t before = file.tailBytes.size();
-    if (PackGame(game, file.names, file.tailBytes) != PackResult::Done) {
+    if (PackGame(game, *file.names, file.tailBytes) != PackResult::Done) {
         file.tailBytes.resize(before);
         return -1;
     }

@@ -24,7 +24,7 @@ const char* GetText(uint32_t game, TextField field, char* copy)
     GameBuffer* g = Find(game);
     if (g == nullptr)
         return nullptr;
-    const HeaderText& text = g->header.texts[field];
+    const HeaderText& text = ReadyText(*g, field);
     if (copy != nullptr)
         std::memcpy(copy, text.text, text.length + 1u);
     return text.text;
@@ -40,7 +40,7 @@ int32_t PutText(uint32_t game, TextField field, const char* text)
     GameBuffer* g = Find(game);
     if (g == nullptr)
         return 0;
-    SetText(g->header.texts[field], text);
+    PutFieldText(*g, field, text);
     return 1;
 }
 

@@ -75,10 +75,9 @@ bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int
     if (men == 0)
         return false;
     from = std::countr_zero(men);
-    uint8_t targets[MaxTargets];
-    if (place >= TargetsOf(pos, from, targets, place + 1))
+    to = TargetAt(pos, from, place);
+    if (to < 0)
         return false;
-    to = targets[place];
     promotion = IsPromotion(pos, from, to) ? PromotionKinds[promo] : NoKind;
     return true;
 }

@@ -124,12 +124,10 @@ int DecodeTree(ByteReader in, const Position& initial, Visit&& visit)
                 continue;
             }
         } else {
-            ByteReader afterToken = in;
-            int from = 0, to = 0;
-            Kind promotion = NoKind;
-            if (!ReadMove(afterToken, first, pos, from, to, promotion))
-                return -1;
-            ByteReader probe = afterToken;
+            // A side line behind this move starts right after its token.
+            ByteReader probe = in;
+            if ((first & 0x0F) == TokenEscape)
+                probe.Byte();
             const bool branches = probe.Byte() == TokenEscape && probe.Byte() == TokenLineStart;
             if (branches)
                 stack.push_back(Frame{current, 0, pos, pos, false});

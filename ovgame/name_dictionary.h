@@ -1,7 +1,10 @@
 // The deduplicated header texts of one game file (players, events, sites and
 // every other text field), numbered from 1; 0 is the empty text. Texts are
 // added under the file's lock; reading a published number takes no lock and
-// may run beside additions, since stored texts never move.
+// may run beside additions, since stored texts never move. A number once
+// published keeps its text: after a rolled-back transaction the file takes a
+// new dictionary, and game buffers that still hold numbers of the old one
+// keep it alive.
 #ifndef OVGAME_NAME_DICTIONARY_H
 #define OVGAME_NAME_DICTIONARY_H
 
@@ -11,7 +14,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace ovg {
 
@@ -29,15 +32,25 @@ public:
     bool Get(uint32_t id, std::string_view& text) const;
     // Highest published number.
     uint32_t Last() const { return last_.load(std::memory_order_acquire); }
-    // Forgets the texts above `id` (after a rolled-back transaction).
-    void TruncateTo(uint32_t id);
 
 private:
     using Block = std::array<std::string, 1u << BlockBits>;
+    // A slot of the open-addressed index: a text's hash and number, number 0
+    // for a free slot.
+    struct Slot {
+        uint32_t hash;
+        uint32_t id;
+    };
+
+    const std::string& Stored(uint32_t id) const { return (*blocks_[id >> BlockBits])[id & ((1u << BlockBits) - 1)]; }
+    void Index(Slot slot);
+
     std::array<std::unique_ptr<Block>, BlockCount> blocks_;
-    std::unordered_map<std::string_view, uint32_t> index_;
+    std::vector<Slot> slots_;  // a power of two in size, at most half taken
     std::atomic<uint32_t> last_{0};
 };
+
+using SharedNames = std::shared_ptr<NameDictionary>;
 
 }  // namespace ovg
 

@@ -2,19 +2,34 @@
 #include "ovgame/position_signature.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace ovg {
+
+namespace {
+
+// Bit f set where the square of file f on the rank starting at `row` holds
+// `code`: the eight squares compared at once as the bytes of one word.
+uint16_t FilesHolding(const uint8_t* row, uint8_t code)
+{
+    static_assert(std::endian::native == std::endian::little);
+    constexpr uint64_t Low7 = 0x7F7F7F7F7F7F7F7Full;
+    uint64_t squares;
+    std::memcpy(&squares, row, 8);
+    const uint64_t differ = squares ^ (0x0101010101010101ull * code);
+    const uint64_t same = ~(((differ & Low7) + Low7) | differ | Low7);  // 0x80 in each equal byte
+    return uint16_t(((same >> 7) * 0x0102040810204080ull) >> 56);
+}
+
+}  // namespace
 
 Signature SignatureOf(const Position& pos)
 {
     Signature sig;
     std::copy(pos.counts, pos.counts + SignatureKinds, sig.count);
-    for (int file = 0; file < 8; ++file) {
-        if (pos.squares[SquareOf(file, 1)] == PieceCode(White, Pawn))
-            sig.home |= uint16_t(1u << file);
-        if (pos.squares[SquareOf(file, 6)] == PieceCode(Black, Pawn))
-            sig.home |= uint16_t(1u << (8 + file));
-    }
+    sig.home = uint16_t(FilesHolding(pos.squares + SquareOf(0, 1), PieceCode(White, Pawn)) |
+                        FilesHolding(pos.squares + SquareOf(0, 6), PieceCode(Black, Pawn)) << 8);
     return sig;
 }
 

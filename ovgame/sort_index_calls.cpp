@@ -29,7 +29,7 @@ size_t KeysFromIndexFile(uint32_t handle, GameFile& file, int32_t code, std::vec
     if (RecordFingerprint(GameRecord(file, int64_t(index.keys.size()) - 1)) != index.fingerprint)
         return 0;
     if (IsTextSortCode(code) &&
-        std::any_of(index.keys.begin(), index.keys.end(), [&](uint32_t id) { return id > file.names.Last(); }))
+        std::any_of(index.keys.begin(), index.keys.end(), [&](uint32_t id) { return id > file.names->Last(); }))
         return 0;
     // Only the deleted flag of a status can change after a game is stored;
     // the caller takes status keys from a file only when no game is deleted.
@@ -62,7 +62,7 @@ bool OrderGames(uint32_t handle, GameFile& file, int32_t code, bool descending, 
             deleted[size_t(i)] = gameKeys[OvgSortStatus - 1] & DeletedKeyBit;
     }
     if (IsTextSortCode(code)) {
-        const std::vector<uint32_t> ranks = TextRanks(file.names);
+        const std::vector<uint32_t> ranks = TextRanks(*file.names);
         for (int64_t i = first; i < total; ++i) {
             if (keys[size_t(i)] >= ranks.size())
                 return false;

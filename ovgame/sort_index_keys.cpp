@@ -3,23 +3,12 @@
 #include <algorithm>
 #include <numeric>
 
-#include "ovgame/byte_stream.h"
 #include "ovgame/game_record.h"
 #include "ovgame/sort_index.h"
 #include "siblings/game_driver.h"
 
 namespace ovg {
 namespace {
-
-// Header mask bits behind the text fields, as PackGame writes them.
-enum : uint32_t {
-    MaskRound = 1u << TextFieldCount,
-    MaskWhiteElo = MaskRound << 1,
-    MaskBlackElo = MaskRound << 2,
-    MaskTimes = MaskRound << 3,
-    MaskDate = MaskRound << 4,
-};
-constexpr int ResultShift = 4;
 
 // The text field behind each driver sort code that sorts by a text; the
 // others have TextFieldCount.
@@ -62,44 +51,21 @@ bool IsTextSortCode(int32_t code)
 bool ReadSortKeys(const uint8_t* data, size_t size, int64_t index, SortKeys& keys)
 {
     ByteReader in(data, size);
-    const uint8_t status = in.Byte();
-    const uint8_t layout = in.Byte();
-    const uint32_t mask = in.Varint32();
-    uint32_t texts[TextFieldCount] = {};
-    for (int f = 0; f < TextFieldCount; ++f) {
-        if (mask & (1u << f))
-            texts[f] = in.Varint32();
-    }
-    int32_t round = 0, elo[2] = {0, 0}, date[3] = {0, 0, 0};
-    if (mask & MaskRound)
-        round = in.Signed();
-    if (mask & MaskWhiteElo)
-        elo[0] = in.Signed();
-    if (mask & MaskBlackElo)
-        elo[1] = in.Signed();
-    if (mask & MaskTimes) {
-        in.Signed();
-        in.Signed();
-    }
-    if (mask & MaskDate) {
-        for (int32_t& part : date)
-            part = in.Signed();
-    }
-    const uint32_t halfMoves = in.Varint32() & 0x7FFFFFFF;
-    if (in.Failed())
+    PackedHeader header;
+    if (!ReadPackedHeader(in, header))
         return false;
     for (int32_t code = 1; code <= SortCodeCount; ++code) {
         if (IsTextSortCode(code))
-            keys[code - 1] = texts[TextFieldOfCode[code - 1]];
+            keys[code - 1] = header.texts[TextFieldOfCode[code - 1]];
     }
-    keys[OvgSortWhiteElo - 1] = SignedKey(elo[0]);
-    keys[OvgSortBlackElo - 1] = SignedKey(elo[1]);
-    keys[OvgSortResult - 1] = (layout >> ResultShift) & 3;
-    keys[OvgSortRound - 1] = SignedKey(round);
-    keys[OvgSortDate - 1] = DateKey(date);
+    keys[OvgSortWhiteElo - 1] = SignedKey(header.elo[0]);
+    keys[OvgSortBlackElo - 1] = SignedKey(header.elo[1]);
+    keys[OvgSortResult - 1] = uint32_t(header.result);
+    keys[OvgSortRound - 1] = SignedKey(header.round);
+    keys[OvgSortDate - 1] = DateKey(header.date);
     keys[OvgSortLoadnumber - 1] = uint32_t(index + 1);
-    keys[OvgSortMoves - 1] = (halfMoves + 1) / 2;
-    keys[OvgSortStatus - 1] = StatusKey(status);
+    keys[OvgSortMoves - 1] = (uint32_t(header.mainLength) + 1) / 2;
+    keys[OvgSortStatus - 1] = StatusKey(header.status);
     return true;
 }
 

@@ -63,7 +63,7 @@ FileTable& Files()
 bool LoadState(GameFile& file)
 {
     sqlite3* db = file.db.get();
-    file.names.TruncateTo(0);
+    file.names = std::make_shared<NameDictionary>();
     file.chunks.clear();
     file.chunkedGames = 0;
     file.tailBytes.clear();
@@ -76,12 +76,12 @@ bool LoadState(GameFile& file)
         return false;
     int rc = SQLITE_ROW;
     while ((rc = names.Step()) == SQLITE_ROW) {
-        if (names.Int(0) != int64_t(file.names.Last()) + 1 || file.names.Add(names.Blob(1)) == 0)
+        if (names.Int(0) != int64_t(file.names->Last()) + 1 || file.names->Add(names.Blob(1)) == 0)
             return false;
     }
     if (rc != SQLITE_DONE)
         return false;
-    file.namesStored = file.names.Last();
+    file.namesStored = file.names->Last();
 
     Statement chunks;
     if (!chunks.Prepare(db, "SELECT id, first, count FROM chunks ORDER BY first"))
