@@ -64,8 +64,9 @@ FileTable& Files();
 // when it cannot be opened or is no game file of this store.
 std::unique_ptr<GameFile> OpenGameFile(const char* path, bool create);
 
-// Reads chunk index, recent games and names from the database, dropping
-// what memory held; false when the file's content is inconsistent.
+// Reads chunk index and recent games from the database, dropping what memory
+// held, and the names at the first load (later loads keep the dictionary);
+// false when the file's content is inconsistent.
 bool LoadState(GameFile& file);
 
 // A record of the game with index `index` (from 0); empty when out of range

@@ -2,9 +2,8 @@
 // every other text field), numbered from 1; 0 is the empty text. Texts are
 // added under the file's lock; reading a published number takes no lock and
 // may run beside additions, since stored texts never move. A number once
-// published keeps its text: after a rolled-back transaction the file takes a
-// new dictionary, and game buffers that still hold numbers of the old one
-// keep it alive.
+// published keeps its text, also after a rolled-back transaction; game
+// buffers that hold numbers keep the dictionary alive past the file's close.
 #ifndef OVGAME_NAME_DICTIONARY_H
 #define OVGAME_NAME_DICTIONARY_H
 

@@ -63,7 +63,6 @@ FileTable& Files()
 bool LoadState(GameFile& file)
 {
     sqlite3* db = file.db.get();
-    file.names = std::make_shared<NameDictionary>();
     file.chunks.clear();
     file.chunkedGames = 0;
     file.tailBytes.clear();
@@ -71,17 +70,29 @@ bool LoadState(GameFile& file)
     file.cachedRow = 0;
     file.cache.clear();
 
-    Statement names;
-    if (!names.Prepare(db, "SELECT id, text FROM names ORDER BY id"))
-        return false;
     int rc = SQLITE_ROW;
-    while ((rc = names.Step()) == SQLITE_ROW) {
-        if (names.Int(0) != int64_t(file.names->Last()) + 1 || file.names->Add(names.Blob(1)) == 0)
+    if (file.names != nullptr) {
+        // A reload after a rollback keeps the dictionary, since readers may hold
+        // its numbers without the lock: the texts the rolled-back transaction
+        // added stay, and the next write stores them again.
+        Statement stored;
+        if (!stored.Prepare(db, "SELECT count(*) FROM names") || stored.Step() != SQLITE_ROW ||
+            stored.Int(0) > int64_t(file.names->Last()))
             return false;
+        file.namesStored = uint32_t(stored.Int(0));
+    } else {
+        file.names = std::make_shared<NameDictionary>();
+        Statement names;
+        if (!names.Prepare(db, "SELECT id, text FROM names ORDER BY id"))
+            return false;
+        while ((rc = names.Step()) == SQLITE_ROW) {
+            if (names.Int(0) != int64_t(file.names->Last()) + 1 || file.names->Add(names.Blob(1)) == 0)
+                return false;
+        }
+        if (rc != SQLITE_DONE)
+            return false;
+        file.namesStored = file.names->Last();
     }
-    if (rc != SQLITE_DONE)
-        return false;
-    file.namesStored = file.names->Last();
 
     Statement chunks;
     if (!chunks.Prepare(db, "SELECT id, first, count FROM chunks ORDER BY first"))
