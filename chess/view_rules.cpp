@@ -283,3 +283,8 @@ bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard)
     // En passant is tried on the board as it leaves it.
     return AnyEnPassantSafe(view, guard.king);
 }
+
+int CheckAndNoMoveOnView(const BoardView& view, const KingGuard& guard)
+{
+    return (guard.checkers != 0 ? 1 : 0) | (ViewHasLegalMove(view, guard) ? 0 : 2);
+}

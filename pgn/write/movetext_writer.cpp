@@ -5,8 +5,8 @@
 #include <cstring>
 #include <limits>
 
-#include "chess/move_generator.h"
 #include "chess/move_notation.h"
+#include "chess/tracked_position.h"
 #include "frame/diagnostics.h"
 #include "pgn/pgn_game.h"
 
@@ -109,12 +109,18 @@ int32_t PgnWriteComment(PgnSink& sink, int32_t column, int32_t width, std::strin
     return ClampColumn(int64_t{column} + 1);
 }
 
-int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
-                     const PackedMove* moves, uint32_t first, uint32_t end,
-                     const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
-                     int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
+namespace {
+
+// PgnWriteLine from a tracked position: each move's description also plays
+// it, and the position after it is the next move's position before.
+int32_t WriteLine(PgnSink& sink, const TrackedPosition& position, uint32_t ply,
+                  const PackedMove* moves, uint32_t first, uint32_t end,
+                  const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
+                  int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
 {
-    sPosition local = position;
+    TrackedPosition positions[2];
+    positions[0] = position;
+    int before = 0;
     uint32_t index = first;
     uint32_t currentPly = ply;
     uint32_t numberPly = ply;
@@ -143,7 +149,7 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         }
 
         uint32_t move = moves[index] & ~uint32_t{MoveBranch | MoveLineEnd};
-        uint32_t info = static_cast<uint32_t>(OvGetMoveInfo(&local, move));
+        uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(positions[before], move, positions[1 - before]));
         int32_t length = OvMoveToText(move, info, room, mode & LineTextModeMask, table);
         column = PgnPutToken(sink, std::string_view(room, static_cast<size_t>(length)), column,
                              width);
@@ -160,7 +166,7 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
                     InternalErrorBox(nullptr, "Move tree corrupt.");
                     return 0;
                 }
-                column = PgnWriteLine(sink, local, currentPly, moves, alternative, end,
+                column = WriteLine(sink, positions[before], currentPly, moves, alternative, end,
                                       commentIndex, commentText, nags, column, width,
                                       mode | LineOpenPending | LineIsVariation, table);
                 numberPly = currentPly + 1;
@@ -169,7 +175,7 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
 
         if ((moves[index] & MoveLineEnd) || index + 1 >= end)
             break;
-        ApplyMove(&local, move);
+        before = 1 - before;
         ++index;
         ++currentPly;
     }
@@ -183,4 +189,17 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         column = ClampColumn(int64_t{column} + 1);
     }
     return column;
+}
+
+}  // namespace
+
+int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
+                     const PackedMove* moves, uint32_t first, uint32_t end,
+                     const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
+                     int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
+{
+    TrackedPosition start;
+    TrackPosition(start, position);
+    return WriteLine(sink, start, ply, moves, first, end, commentIndex, commentText, nags, column, width,
+                     mode, table);
 }
