@@ -57,6 +57,13 @@ void PlayTrackedMove(TrackedPosition& tracked, uint32_t move)
     GuardWhenOrdinary(tracked);
 }
 
+SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code)
+{
+    if (tracked.ordinary && (IsWhiteMan(code) || IsBlackMan(code)))
+        return tracked.view.Pieces(code & 7, (code & WhiteBit) != 0);
+    return SquaresHolding(tracked.record, code);
+}
+
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move)
 {
     if (!tracked.ordinary)

@@ -25,6 +25,9 @@ void TrackPosition(TrackedPosition& tracked, const sPosition& position);
 // ApplyMove on the record, with the view following.
 void PlayTrackedMove(TrackedPosition& tracked, uint32_t move);
 
+// SquaresHolding on the record.
+SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code);
+
 // MoveIsLegal on the record (left as it was).
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move);
 

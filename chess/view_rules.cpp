@@ -42,10 +42,13 @@ bool KingSafeWith(const BoardView& view, int king, SquareSet occupied, SquareSet
 SquareSet PinLine(const BoardView& view, int king, int from)
 {
     const int direction = DirectionTo[king][from];
-    if (direction < 0 || (SquaresBetween(king, from) & view.occupied) != 0)
+    if (direction < 0)
+        return AllSquares;
+    const SquareSet movers = LineMovers(view, direction);
+    if ((RaySets[direction][king] & movers) == 0 || (SquaresBetween(king, from) & view.occupied) != 0)
         return AllSquares;
     const SquareSet beyond = RayAttacks(direction, from, view.occupied) & view.occupied;
-    return (beyond & LineMovers(view, direction)) != 0 ? RaySets[direction][king] : AllSquares;
+    return (beyond & movers) != 0 ? RaySets[direction][king] : AllSquares;
 }
 
 // The squares that answer the check, for a man other than the king: the
@@ -116,6 +119,17 @@ SquareSet PieceTargets(const BoardView& view, int kind, int from)
     case RookKind: return StraightAttacks(from, view.occupied);
     default: return DiagonalAttacks(from, view.occupied) | StraightAttacks(from, view.occupied);
     }
+}
+
+// Whether a man other than a pawn or a king on `from` attacks `to`: a
+// knight's step, or a line of its kind with nothing between.
+bool PieceReaches(const BoardView& view, int kind, int from, int to)
+{
+    if (kind == KnightKind)
+        return (KnightAttackSets[from] & SquareBit(to)) != 0;
+    const int direction = DirectionTo[from][to];
+    const bool alongKind = kind == QueenKind || (kind == BishopKind) == (direction < FirstStraightDirection);
+    return direction >= 0 && alongKind && (SquaresBetween(from, to) & view.occupied) == 0;
 }
 
 // A pawn's steps and captures, en passant aside.
@@ -264,7 +278,7 @@ bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, in
             return KingStepSafe(view, from, to);
         return CastlingLegal(view, from, to);
     default:
-        return (PieceTargets(view, kind, from) & target) != 0 && OrdinaryMoveSafe(view, guard, from, to);
+        return PieceReaches(view, kind, from, to) && OrdinaryMoveSafe(view, guard, from, to);
     }
 }
 

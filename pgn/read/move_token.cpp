@@ -2,9 +2,6 @@
 
 #include <bit>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 #include "chess/move_generator.h"
 #include "chess/position.h"
@@ -134,27 +131,6 @@ uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotio
     return candidates == 1 ? found : 0;
 }
 
-// Squares holding `code`, one bit per square.
-uint64_t SquaresHolding(const uint8_t* board, uint8_t code)
-{
-#if defined(__SSE2__)
-    const __m128i wanted = _mm_set1_epi8(static_cast<char>(code));
-    uint64_t mask = 0;
-    for (int part = 0; part < 4; ++part) {
-        __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(board + 16 * part));
-        uint32_t bits = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted)));
-        mask |= static_cast<uint64_t>(bits) << (16 * part);
-    }
-    return mask;
-#else
-    uint64_t mask = 0;
-    for (int square = 0; square < 64; ++square) {
-        mask |= static_cast<uint64_t>(board[square] == code) << square;
-    }
-    return mask;
-#endif
-}
-
 // The squares from which a knight, a bishop, a rook or a queen could reach a
 // square on an empty board, by piece number and square. A man elsewhere has
 // no legal move to that square, so only these are put to the legality test.
@@ -207,7 +183,7 @@ uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
     // in a set-up position, one place per square at most.
     uint8_t candidates[64];
     int count = 0;
-    uint64_t men = SquaresHolding(record.board, own) & Reach.from[piece][to];
+    uint64_t men = TrackedSquaresHolding(position, own) & Reach.from[piece][to];
     for (; men != 0; men &= men - 1) {
         int from = std::countr_zero(men);
         if (Legal(position, Packed(from, to))) {
@@ -235,7 +211,7 @@ uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
 uint32_t ResolveKingMove(TrackedPosition& position, int to)
 {
     const sPosition& record = position.record;
-    uint64_t kings = SquaresHolding(record.board, record.sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
+    uint64_t kings = TrackedSquaresHolding(position, record.sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
     if (kings == 0) {
         return 0;
     }
