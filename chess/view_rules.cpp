@@ -249,11 +249,14 @@ SquareSet AttackersOf(const BoardView& view, int square, bool byWhite, SquareSet
                           (KnightAttackSets[square] & view.kinds[KnightKind]) |
                           (KingAttackSets[square] & view.kinds[KingKind]);
     attackers &= men;
-    // The lines are walked only where a line mover stands on them.
-    if ((DiagonalLines[square] & diagonalMovers) != 0)
-        attackers |= DiagonalAttacks(square, occupied) & diagonalMovers;
-    if ((StraightLines[square] & straightMovers) != 0)
-        attackers |= StraightAttacks(square, occupied) & straightMovers;
+    // A line mover on one of the square's lines attacks it when nothing
+    // stands between; there are seldom more than two such movers.
+    for (SquareSet movers = (DiagonalLines[square] & diagonalMovers) | (StraightLines[square] & straightMovers);
+         movers != 0; movers &= movers - 1) {
+        const int mover = std::countr_zero(movers);
+        if ((SquaresBetween(square, mover) & occupied) == 0)
+            attackers |= SquareBit(mover);
+    }
     return attackers;
 }
 
