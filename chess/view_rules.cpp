@@ -196,11 +196,14 @@ bool AnyManMoves(const BoardView& view, const KingGuard& guard)
     const SquareSet answers = CheckAnswers(guard) & ~own;
     if (answers == 0)
         return false;
-    // Pawns off the king's lines cannot be pinned: most positions end here,
-    // before the search for pinned men.
+    // Pawns and knights off the king's lines cannot be pinned: most
+    // positions end here, before the search for pinned men.
     const SquareSet kingLines = DiagonalLines[guard.king] | StraightLines[guard.king];
     if ((PawnTargetsOfAll(view, view.kinds[PawnKind] & own & ~kingLines) & answers) != 0)
         return true;
+    for (SquareSet knights = view.kinds[KnightKind] & own & ~kingLines; knights != 0; knights &= knights - 1)
+        if ((KnightAttackSets[std::countr_zero(knights)] & answers) != 0)
+            return true;
     const SquareSet pinned = PinnedMen(view, guard.king);
     const SquareSet freePawns = view.kinds[PawnKind] & own & ~pinned;
     if ((PawnTargetsOfAll(view, freePawns) & answers) != 0)
