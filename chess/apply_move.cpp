@@ -21,8 +21,12 @@ void UpdateMoveFields(sPosition* position, uint8_t piece, int from, int to)
     if (piece == OV_BLACK_KING)
         position->castleBlackLong = position->castleBlackShort = 0;
     // A right goes when anything leaves or arrives on its rook's square.
-    if ((position->castleWhiteLong | position->castleWhiteShort | position->castleBlackLong |
-         position->castleBlackShort) == 0)
+    // With the usual field values (0, or 1 for the corner rook) only a move
+    // from or to a corner can take one.
+    constexpr uint64_t Corners = 0x8100000000000081ull;
+    const int values = position->castleWhiteLong | position->castleWhiteShort | position->castleBlackLong |
+                       position->castleBlackShort;
+    if (values == 0 || (values == 1 && ((Corners >> from) & 1) == 0 && ((Corners >> to) & 1) == 0))
         return;
     for (int field = 0; field < CastlingFieldCount; ++field) {
         uint8_t& value = CastlingField(*position, field);
