@@ -124,26 +124,25 @@ int32_t OvGetMoveInfo(sPosition* position, uint32_t move)
     return shape | (MoveOutcome(position, move) << 4);
 }
 
-int32_t DescribeTrackedMove(const TrackedPosition& before, uint32_t move, TrackedPosition& after)
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
 {
-    after = before;
     // The word 0 is tried as the step a1-a1 but played as nothing.
-    if (!before.ordinary || (move & 0xFFFF) == 0) {
-        const int32_t info = OvGetMoveInfo(&after.record, move);
-        PlayTrackedMove(after, move);
+    if (!tracked.ordinary || (move & 0xFFFF) == 0) {
+        const int32_t info = OvGetMoveInfo(&tracked.record, move);
+        PlayTrackedMove(tracked, move);
         return info;
     }
-    const sPosition& record = before.record;
+    const sPosition& record = tracked.record;
     const int shape = MoveShape(&record, move, [&] {
         const int from = MoveFrom(move);
         const uint8_t piece = record.board[from];
-        const SquareSet twins = before.view.Pieces(piece & 7, (piece & WhiteBit) != 0) & ~SquareBit(from);
+        const SquareSet twins = tracked.view.Pieces(piece & 7, (piece & WhiteBit) != 0) & ~SquareBit(from);
         if (!SideToMoveMan(record, piece) || twins == 0)
             return 0;
-        return AmbiguityOnView(before.view, before.guard, twins, piece & 7, from, MoveTo(move));
+        return AmbiguityOnView(tracked.view, tracked.guard, twins, piece & 7, from, MoveTo(move));
     });
-    PlayTrackedMove(after, move);
+    PlayTrackedMove(tracked, move);
     const int outcome =
-        after.ordinary ? CheckAndNoMoveOnView(after.view, after.guard) : CheckAndNoMove(&after.record);
+        tracked.ordinary ? CheckAndNoMoveOnView(tracked.view, tracked.guard) : CheckAndNoMove(&tracked.record);
     return shape | (outcome << 4);
 }

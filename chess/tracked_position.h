@@ -31,8 +31,8 @@ SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code);
 // MoveIsLegal on the record (left as it was).
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move);
 
-// OvGetMoveInfo of `move` on `before`; `after` receives `before` with the
-// move played as ApplyMove plays it.
-int32_t DescribeTrackedMove(const TrackedPosition& before, uint32_t move, TrackedPosition& after);
+// OvGetMoveInfo of `move` on the record; then plays the move as
+// ApplyMove plays it.
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move);
 
 #endif

@@ -151,12 +151,11 @@ void BM_MainLineMoveTextsOnly(benchmark::State& state)
     for (auto _ : state) {
         characters = 0;
         for (const PgnGame& game : kept->games) {
-            TrackedPosition positions[2];
-            TrackPosition(positions[0], *game.position);
+            TrackedPosition position;
+            TrackPosition(position, *game.position);
             for (uint32_t entry = 0; entry < game.moveCount; ++entry) {
                 uint32_t move = game.moves[entry] & ~uint32_t{MoveBranch | MoveLineEnd};
-                const TrackedPosition& before = positions[entry % 2];
-                uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(before, move, positions[(entry + 1) % 2]));
+                uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(position, move));
                 char text[OV_MOVE_TEXT_SIZE];
                 characters += OvMoveToText(move, info, text, PgnMoveTextMode, &DefaultNotation);
             }
