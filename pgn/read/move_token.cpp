@@ -3,7 +3,6 @@
 #include <bit>
 #include <cstring>
 
-#include "chess/move_generator.h"
 #include "chess/position.h"
 #include "chess/tracked_position.h"
 #include "frame/diagnostics.h"
@@ -29,11 +28,6 @@ uint32_t PromotionCode(uint32_t piece)
 uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
 {
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
-}
-
-bool Legal(TrackedPosition& position, uint32_t move)
-{
-    return TrackedMoveIsLegal(position, move);
 }
 
 // Reads the castling words: two of O, o or 0 are short, three are long.
@@ -69,7 +63,7 @@ uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, u
             return 0;
         }
         uint32_t move = Packed(from, to, promotion);
-        return Legal(position, move) ? move : 0;
+        return TrackedMoveIsLegal(position, move) ? move : 0;
     }
     // Files alone: any own pawn on the from-file that can take on the to-file.
     uint8_t ownPawn = record.sideToMove ? OV_WHITE_PAWN : OV_BLACK_PAWN;
@@ -81,7 +75,7 @@ uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, u
             continue;
         }
         uint32_t move = Packed(from, target, promotion);
-        if (Legal(position, move)) {
+        if (TrackedMoveIsLegal(position, move)) {
             if (found != 0) {
                 return 0;
             }
@@ -114,17 +108,17 @@ uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotio
         }
     }
     uint32_t move = Packed(from, to, promotion);
-    if (Legal(position, move)) {
+    if (TrackedMoveIsLegal(position, move)) {
         return move;
     }
     // A capture written without its from-file, "d5" for "exd5".
     uint32_t found = 0;
     int candidates = 0;
-    if ((from & 7) > 0 && Legal(position, move = Packed(from - 1, to, promotion))) {
+    if ((from & 7) > 0 && TrackedMoveIsLegal(position, move = Packed(from - 1, to, promotion))) {
         found = move;
         ++candidates;
     }
-    if ((from & 7) < 7 && Legal(position, move = Packed(from + 1, to, promotion))) {
+    if ((from & 7) < 7 && TrackedMoveIsLegal(position, move = Packed(from + 1, to, promotion))) {
         found = move;
         ++candidates;
     }
@@ -186,7 +180,7 @@ uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
     uint64_t men = TrackedSquaresHolding(position, own) & Reach.from[piece][to];
     for (; men != 0; men &= men - 1) {
         int from = std::countr_zero(men);
-        if (Legal(position, Packed(from, to))) {
+        if (TrackedMoveIsLegal(position, Packed(from, to))) {
             candidates[count++] = static_cast<uint8_t>(from);
         }
     }
@@ -216,7 +210,7 @@ uint32_t ResolveKingMove(TrackedPosition& position, int to)
         return 0;
     }
     uint32_t move = Packed(std::countr_zero(kings), to);
-    return Legal(position, move) ? move : 0;
+    return TrackedMoveIsLegal(position, move) ? move : 0;
 }
 
 uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
@@ -225,7 +219,7 @@ uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fische
     bool white = record.sideToMove != 0;
     int base = white ? 0 : 56;
     uint32_t classical = Packed(base + 4, base + (isShort ? 6 : 2));
-    if (Legal(position, classical)) {
+    if (TrackedMoveIsLegal(position, classical)) {
         return classical;
     }
     if (!fischer) {
