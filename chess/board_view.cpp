@@ -81,3 +81,21 @@ bool ReadOrdinaryView(const sPosition& position, BoardView& view)
         return false;
     return FinishOrdinaryView(position, view);
 }
+
+bool MoveOnOrdinaryView(const sPosition& after, BoardView& view, int from, int to, uint8_t piece,
+                        uint8_t captured)
+{
+    // In this order the sets also come out right for a move from a square
+    // onto itself, which leaves the square empty.
+    const SquareSet fromBit = SquareBit(from);
+    const SquareSet toBit = SquareBit(to);
+    view.kinds[captured & 7] &= ~toBit;
+    view.kinds[piece & 7] |= toBit;
+    view.kinds[piece & 7] &= ~fromBit;
+    view.kinds[0] |= fromBit;
+    view.white &= ~toBit;
+    if (piece & WhiteBit)
+        view.white |= toBit;
+    view.white &= ~fromBit;
+    return FinishOrdinaryView(after, view);
+}

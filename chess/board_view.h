@@ -34,4 +34,11 @@ SquareSet SquaresHolding(const sPosition& position, uint8_t code);
 // ordinary; `view` means nothing otherwise.
 bool ReadOrdinaryView(const sPosition& position, BoardView& view);
 
+// Brings the view of an ordinary record up to date after a move that only
+// takes the man `piece` from `from` to `to` over the code `captured` (no
+// castling, en passant or promotion); `after` is the record with the move
+// applied, for the fields. Returns what ReadOrdinaryView returns for `after`.
+bool MoveOnOrdinaryView(const sPosition& after, BoardView& view, int from, int to, uint8_t piece,
+                        uint8_t captured);
+
 #endif

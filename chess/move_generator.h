@@ -58,4 +58,10 @@ void ApplyMove(sPosition* position, uint32_t move);
 // trial of a move that describes it.
 void ApplyMoveSteps(sPosition* position, uint32_t move);
 
+// ApplyMoveSteps for a move that only takes the man on `from` to `to`: no
+// castling (a king's two-square step from e1 or e8), no en passant (a pawn
+// changing file onto an empty square), no promotion (a pawn leaving its
+// seventh rank). Any other move is not played right.
+void ApplyPlainMove(sPosition* position, int from, int to);
+
 #endif

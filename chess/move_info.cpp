@@ -6,6 +6,7 @@
 #include "chess/move_notation.h"
 #include "chess/packed_move.h"
 #include "chess/piece_codes.h"
+#include "chess/tracked_position.h"
 #include "chess/view_rules.h"
 
 int IsCastlingMove(const sPosition* position, uint32_t move)
@@ -32,30 +33,85 @@ int IsPromotion(const sPosition* position, uint32_t move)
     return (piece == OV_WHITE_PAWN && from >= 48) || (piece == OV_BLACK_PAWN && from < 16);
 }
 
+namespace {
+
+// Only men of the side to move have destinations.
+bool SideToMoveMan(const sPosition& position, uint8_t piece)
+{
+    return WhiteToMove(position) ? IsWhiteMan(piece) : IsBlackMan(piece);
+}
+
+int AmbiguityBit(int rival, int from) { return FileOf(rival) != FileOf(from) ? 1 : 2; }
+
+// FindAmbiguity on the square-set view of an ordinary record.
+int AmbiguityOnView(const BoardView& view, const KingGuard& guard, SquareSet twins, int kind, int from, int to)
+{
+    int ambiguity = 0;
+    for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
+        const int rival = std::countr_zero(rivals);
+        if (ViewMoveIsLegal(view, guard, kind, rival, to))
+            ambiguity |= AmbiguityBit(rival, from);
+    }
+    return ambiguity;
+}
+
+// The description byte without the outcome bits; `findAmbiguity` is asked
+// only for the moves of a piece.
+template <typename AmbiguityFinder>
+int MoveShape(const sPosition* position, uint32_t move, AmbiguityFinder findAmbiguity)
+{
+    const int from = MoveFrom(move);
+    const int to = MoveTo(move);
+    if (IsCastlingMove(position, move))
+        return to > from ? OV_MOVE_SHORT_CASTLING : OV_MOVE_LONG_CASTLING;
+    const int kind = position->board[from] & 7;
+    const bool capture = position->board[to] != 0;
+    int info;
+    if (kind == PawnKind) {
+        // A capturing pawn always shows its file.
+        info = IsEnPassantCapture(position, move) ? OV_MOVE_EN_PASSANT | OV_MOVE_CAPTURE | OV_MOVE_SHOW_FILE
+               : IsPromotion(position, move)     ? OV_MOVE_PROMOTION
+                                                  : OV_MOVE_PAWN;
+        if (capture)
+            info |= OV_MOVE_CAPTURE | OV_MOVE_SHOW_FILE;
+    } else {
+        // The piece kinds 2 to 6 give the move kinds 0 to 4; a byte that
+        // is no piece gives a kind without meaning.
+        info = (kind - KnightKind) & OV_MOVE_KIND_MASK;
+        const int ambiguity = findAmbiguity();
+        if (ambiguity & 1)
+            info |= OV_MOVE_SHOW_FILE;
+        if (ambiguity & 2)
+            info |= OV_MOVE_SHOW_RANK;
+        if (capture)
+            info |= OV_MOVE_CAPTURE;
+    }
+    return info;
+}
+
+}  // namespace
+
 int FindAmbiguity(sPosition* position, uint32_t move)
 {
     const int from = MoveFrom(move);
     const int to = MoveTo(move);
     const uint8_t piece = position->board[from];
-    // Only men of the side to move have destinations, and most men have no
-    // twin on the board.
+    // Most men have no twin on the board: no other square holds their code.
     const SquareSet twins = SquaresHolding(*position, piece) & ~SquareBit(from);
-    if (!(WhiteToMove(*position) ? IsWhiteMan(piece) : IsBlackMan(piece)) || twins == 0)
+    if (!SideToMoveMan(*position, piece) || twins == 0)
         return 0;
     // Ordinary records are answered on the square-set view, any other by
     // the walk over the rival's destinations.
     BoardView view;
-    const bool ordinary = ReadOrdinaryView(*position, view);
-    const KingGuard guard = ordinary ? GuardOfSideToMove(view) : KingGuard{};
+    if (ReadOrdinaryView(*position, view))
+        return AmbiguityOnView(view, GuardOfSideToMove(view), twins, piece & 7, from, to);
     KingWatch watch = WatchSideToMove(position);
     int ambiguity = 0;
     for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
         const int rival = std::countr_zero(rivals);
         OneDestinationSink sink{to};
-        const bool reaches = ordinary ? ViewMoveIsLegal(view, guard, piece & 7, rival, to)
-                                      : VisitDestinations(watch, rival, sink);
-        if (reaches)
-            ambiguity |= FileOf(rival) != FileOf(from) ? 1 : 2;
+        if (VisitDestinations(watch, rival, sink))
+            ambiguity |= AmbiguityBit(rival, from);
     }
     return ambiguity;
 }
@@ -64,33 +120,29 @@ int32_t OvGetMoveInfo(sPosition* position, uint32_t move)
 {
     if (position == nullptr)
         return 0;
-    const int from = MoveFrom(move);
-    const int to = MoveTo(move);
-    int info;
-    if (IsCastlingMove(position, move)) {
-        info = to > from ? OV_MOVE_SHORT_CASTLING : OV_MOVE_LONG_CASTLING;
-    } else {
-        const int kind = position->board[from] & 7;
-        const bool capture = position->board[to] != 0;
-        if (kind == PawnKind) {
-            // A capturing pawn always shows its file.
-            info = IsEnPassantCapture(position, move) ? OV_MOVE_EN_PASSANT | OV_MOVE_CAPTURE | OV_MOVE_SHOW_FILE
-                   : IsPromotion(position, move)     ? OV_MOVE_PROMOTION
-                                                      : OV_MOVE_PAWN;
-            if (capture)
-                info |= OV_MOVE_CAPTURE | OV_MOVE_SHOW_FILE;
-        } else {
-            // The piece kinds 2 to 6 give the move kinds 0 to 4; a byte that
-            // is no piece gives a kind without meaning.
-            info = (kind - KnightKind) & OV_MOVE_KIND_MASK;
-            const int ambiguity = FindAmbiguity(position, move);
-            if (ambiguity & 1)
-                info |= OV_MOVE_SHOW_FILE;
-            if (ambiguity & 2)
-                info |= OV_MOVE_SHOW_RANK;
-            if (capture)
-                info |= OV_MOVE_CAPTURE;
-        }
+    const int shape = MoveShape(position, move, [&] { return FindAmbiguity(position, move); });
+    return shape | (MoveOutcome(position, move) << 4);
+}
+
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
+{
+    // The word 0 is tried as the step a1-a1 but played as nothing.
+    if (!tracked.ordinary || (move & 0xFFFF) == 0) {
+        const int32_t info = OvGetMoveInfo(&tracked.record, move);
+        PlayTrackedMove(tracked, move);
+        return info;
     }
-    return info | (MoveOutcome(position, move) << 4);
+    const sPosition& record = tracked.record;
+    const int shape = MoveShape(&record, move, [&] {
+        const int from = MoveFrom(move);
+        const uint8_t piece = record.board[from];
+        const SquareSet twins = tracked.view.Pieces(piece & 7, (piece & WhiteBit) != 0) & ~SquareBit(from);
+        if (!SideToMoveMan(record, piece) || twins == 0)
+            return 0;
+        return AmbiguityOnView(tracked.view, tracked.guard, twins, piece & 7, from, MoveTo(move));
+    });
+    PlayTrackedMove(tracked, move);
+    const int outcome =
+        tracked.ordinary ? CheckAndNoMoveOnView(tracked.view, tracked.guard) : CheckAndNoMove(&tracked.record);
+    return shape | (outcome << 4);
 }

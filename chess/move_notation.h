@@ -29,6 +29,11 @@ int FindAmbiguity(sPosition* position, uint32_t move);
 // is attacked.
 int SideToMoveInCheck(const sPosition* position);
 
+// Whether the side to move is in check (bit 1) and whether it has no legal
+// move (bit 2). The check test is the one the legal move search needs
+// first, so the two share it.
+int CheckAndNoMove(sPosition* position);
+
 // 1 when no man of the side to move has a legal destination.
 int SideToMoveHasNoMove(sPosition* position);
 

@@ -7,24 +7,15 @@
 #include "chess/piece_codes.h"
 #include "chess/view_rules.h"
 
-namespace {
-
-// Whether the side to move is in check (bit 1) and whether it has no legal
-// move (bit 2). The check test is the one the legal move search needs
-// first, so the two share it.
 int CheckAndNoMove(sPosition* position)
 {
     BoardView view;
-    if (ReadOrdinaryView(*position, view)) {
-        const KingGuard guard = GuardOfSideToMove(view);
-        return (guard.checkers != 0 ? 1 : 0) | (ViewHasLegalMove(view, guard) ? 0 : 2);
-    }
+    if (ReadOrdinaryView(*position, view))
+        return CheckAndNoMoveOnView(view, GuardOfSideToMove(view));
     KingWatch watch = WatchSideToMove(position);
     LookAtKing(watch);
     return (watch.kingAttacked ? 1 : 0) | (SideToMoveHasLegalMove(watch) ? 0 : 2);
 }
-
-}  // namespace
 
 int SideToMoveInCheck(const sPosition* position)
 {

@@ -42,10 +42,13 @@ bool KingSafeWith(const BoardView& view, int king, SquareSet occupied, SquareSet
 SquareSet PinLine(const BoardView& view, int king, int from)
 {
     const int direction = DirectionTo[king][from];
-    if (direction < 0 || (SquaresBetween(king, from) & view.occupied) != 0)
+    if (direction < 0)
+        return AllSquares;
+    const SquareSet movers = LineMovers(view, direction);
+    if ((RaySets[direction][king] & movers) == 0 || (SquaresBetween(king, from) & view.occupied) != 0)
         return AllSquares;
     const SquareSet beyond = RayAttacks(direction, from, view.occupied) & view.occupied;
-    return (beyond & LineMovers(view, direction)) != 0 ? RaySets[direction][king] : AllSquares;
+    return (beyond & movers) != 0 ? RaySets[direction][king] : AllSquares;
 }
 
 // The squares that answer the check, for a man other than the king: the
@@ -118,6 +121,17 @@ SquareSet PieceTargets(const BoardView& view, int kind, int from)
     }
 }
 
+// Whether a man other than a pawn or a king on `from` attacks `to`: a
+// knight's step, or a line of its kind with nothing between.
+bool PieceReaches(const BoardView& view, int kind, int from, int to)
+{
+    if (kind == KnightKind)
+        return (KnightAttackSets[from] & SquareBit(to)) != 0;
+    const int direction = DirectionTo[from][to];
+    const bool alongKind = kind == QueenKind || (kind == BishopKind) == (direction < FirstStraightDirection);
+    return direction >= 0 && alongKind && (SquaresBetween(from, to) & view.occupied) == 0;
+}
+
 // A pawn's steps and captures, en passant aside.
 SquareSet PawnTargets(const BoardView& view, int from)
 {
@@ -182,11 +196,14 @@ bool AnyManMoves(const BoardView& view, const KingGuard& guard)
     const SquareSet answers = CheckAnswers(guard) & ~own;
     if (answers == 0)
         return false;
-    // Pawns off the king's lines cannot be pinned: most positions end here,
-    // before the search for pinned men.
+    // Pawns and knights off the king's lines cannot be pinned: most
+    // positions end here, before the search for pinned men.
     const SquareSet kingLines = DiagonalLines[guard.king] | StraightLines[guard.king];
     if ((PawnTargetsOfAll(view, view.kinds[PawnKind] & own & ~kingLines) & answers) != 0)
         return true;
+    for (SquareSet knights = view.kinds[KnightKind] & own & ~kingLines; knights != 0; knights &= knights - 1)
+        if ((KnightAttackSets[std::countr_zero(knights)] & answers) != 0)
+            return true;
     const SquareSet pinned = PinnedMen(view, guard.king);
     const SquareSet freePawns = view.kinds[PawnKind] & own & ~pinned;
     if ((PawnTargetsOfAll(view, freePawns) & answers) != 0)
@@ -235,11 +252,14 @@ SquareSet AttackersOf(const BoardView& view, int square, bool byWhite, SquareSet
                           (KnightAttackSets[square] & view.kinds[KnightKind]) |
                           (KingAttackSets[square] & view.kinds[KingKind]);
     attackers &= men;
-    // The lines are walked only where a line mover stands on them.
-    if ((DiagonalLines[square] & diagonalMovers) != 0)
-        attackers |= DiagonalAttacks(square, occupied) & diagonalMovers;
-    if ((StraightLines[square] & straightMovers) != 0)
-        attackers |= StraightAttacks(square, occupied) & straightMovers;
+    // A line mover on one of the square's lines attacks it when nothing
+    // stands between; there are seldom more than two such movers.
+    for (SquareSet movers = (DiagonalLines[square] & diagonalMovers) | (StraightLines[square] & straightMovers);
+         movers != 0; movers &= movers - 1) {
+        const int mover = std::countr_zero(movers);
+        if ((SquaresBetween(square, mover) & occupied) == 0)
+            attackers |= SquareBit(mover);
+    }
     return attackers;
 }
 
@@ -264,7 +284,7 @@ bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, in
             return KingStepSafe(view, from, to);
         return CastlingLegal(view, from, to);
     default:
-        return (PieceTargets(view, kind, from) & target) != 0 && OrdinaryMoveSafe(view, guard, from, to);
+        return PieceReaches(view, kind, from, to) && OrdinaryMoveSafe(view, guard, from, to);
     }
 }
 
@@ -282,4 +302,9 @@ bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard)
         return true;
     // En passant is tried on the board as it leaves it.
     return AnyEnPassantSafe(view, guard.king);
+}
+
+int CheckAndNoMoveOnView(const BoardView& view, const KingGuard& guard)
+{
+    return (guard.checkers != 0 ? 1 : 0) | (ViewHasLegalMove(view, guard) ? 0 : 2);
 }

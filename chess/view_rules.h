@@ -25,4 +25,8 @@ bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, in
 // Whether any man of the side to move has a legal destination.
 bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard);
 
+// Whether the side to move is in check (bit 1) and whether it has no legal
+// move (bit 2).
+int CheckAndNoMoveOnView(const BoardView& view, const KingGuard& guard);
+
 #endif

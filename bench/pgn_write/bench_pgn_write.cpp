@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-#include "chess/move_generator.h"
 #include "chess/move_notation.h"
+#include "chess/tracked_position.h"
 #include "pgn/pgn_game.h"
 #include "pgn/read/pgn_read.h"
 #include "pgn/write/game_writer.h"
@@ -151,13 +151,13 @@ void BM_MainLineMoveTextsOnly(benchmark::State& state)
     for (auto _ : state) {
         characters = 0;
         for (const PgnGame& game : kept->games) {
-            sPosition position = *game.position;
+            TrackedPosition position;
+            TrackPosition(position, *game.position);
             for (uint32_t entry = 0; entry < game.moveCount; ++entry) {
                 uint32_t move = game.moves[entry] & ~uint32_t{MoveBranch | MoveLineEnd};
+                uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(position, move));
                 char text[OV_MOVE_TEXT_SIZE];
-                characters += OvMoveToText(move, static_cast<uint32_t>(OvGetMoveInfo(&position, move)),
-                                           text, PgnMoveTextMode, &DefaultNotation);
-                ApplyMove(&position, move);
+                characters += OvMoveToText(move, info, text, PgnMoveTextMode, &DefaultNotation);
             }
         }
     }

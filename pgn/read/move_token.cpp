@@ -2,12 +2,9 @@
 
 #include <bit>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
-#include "chess/move_generator.h"
 #include "chess/position.h"
+#include "chess/tracked_position.h"
 #include "frame/diagnostics.h"
 
 namespace {
@@ -33,11 +30,6 @@ uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
 }
 
-bool Legal(sPosition* position, uint32_t move)
-{
-    return MoveIsLegal(position, move) != 0;
-}
-
 // Reads the castling words: two of O, o or 0 are short, three are long.
 int32_t ParseCastling(const char* text, int32_t length, uint32_t* word)
 {
@@ -60,9 +52,10 @@ uint32_t MirrorRanks(uint32_t token)
     return token ^ (7u << ToRankShift);
 }
 
-uint32_t ResolvePawnCapture(sPosition* position, uint32_t token, int to, uint32_t promotion)
+uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
 {
-    int forward = position->sideToMove ? 8 : -8;
+    const sPosition& record = position.record;
+    int forward = record.sideToMove ? 8 : -8;
     int fromFile = static_cast<int>(TokenFromFile(token));
     if (!(token & NoToRank)) {
         int from = to - forward - (to & 7) + fromFile;
@@ -70,19 +63,19 @@ uint32_t ResolvePawnCapture(sPosition* position, uint32_t token, int to, uint32_
             return 0;
         }
         uint32_t move = Packed(from, to, promotion);
-        return Legal(position, move) ? move : 0;
+        return TrackedMoveIsLegal(position, move) ? move : 0;
     }
     // Files alone: any own pawn on the from-file that can take on the to-file.
-    uint8_t ownPawn = position->sideToMove ? OV_WHITE_PAWN : OV_BLACK_PAWN;
+    uint8_t ownPawn = record.sideToMove ? OV_WHITE_PAWN : OV_BLACK_PAWN;
     int toFile = to & 7;
     uint32_t found = 0;
     for (int from = fromFile; from < 64; from += 8) {
         int target = from + forward - fromFile + toFile;
-        if (position->board[from] != ownPawn || target < 0 || target > 63) {
+        if (record.board[from] != ownPawn || target < 0 || target > 63) {
             continue;
         }
         uint32_t move = Packed(from, target, promotion);
-        if (Legal(position, move)) {
+        if (TrackedMoveIsLegal(position, move)) {
             if (found != 0) {
                 return 0;
             }
@@ -92,16 +85,17 @@ uint32_t ResolvePawnCapture(sPosition* position, uint32_t token, int to, uint32_
     return found;
 }
 
-uint32_t ResolvePawnAdvance(sPosition* position, int to, uint32_t promotion)
+uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotion)
 {
+    const sPosition& record = position.record;
     int rank = to >> 3;
     int from;
-    if (position->sideToMove) {
+    if (record.sideToMove) {
         if (rank == 0) {
             return 0;
         }
         from = to - 8;
-        if (rank == 3 && position->board[from] != OV_WHITE_PAWN) {
+        if (rank == 3 && record.board[from] != OV_WHITE_PAWN) {
             from -= 8;
         }
     } else {
@@ -109,47 +103,26 @@ uint32_t ResolvePawnAdvance(sPosition* position, int to, uint32_t promotion)
             return 0;
         }
         from = to + 8;
-        if (rank == 4 && position->board[from] != OV_BLACK_PAWN) {
+        if (rank == 4 && record.board[from] != OV_BLACK_PAWN) {
             from += 8;
         }
     }
     uint32_t move = Packed(from, to, promotion);
-    if (Legal(position, move)) {
+    if (TrackedMoveIsLegal(position, move)) {
         return move;
     }
     // A capture written without its from-file, "d5" for "exd5".
     uint32_t found = 0;
     int candidates = 0;
-    if ((from & 7) > 0 && Legal(position, move = Packed(from - 1, to, promotion))) {
+    if ((from & 7) > 0 && TrackedMoveIsLegal(position, move = Packed(from - 1, to, promotion))) {
         found = move;
         ++candidates;
     }
-    if ((from & 7) < 7 && Legal(position, move = Packed(from + 1, to, promotion))) {
+    if ((from & 7) < 7 && TrackedMoveIsLegal(position, move = Packed(from + 1, to, promotion))) {
         found = move;
         ++candidates;
     }
     return candidates == 1 ? found : 0;
-}
-
-// Squares holding `code`, one bit per square.
-uint64_t SquaresHolding(const uint8_t* board, uint8_t code)
-{
-#if defined(__SSE2__)
-    const __m128i wanted = _mm_set1_epi8(static_cast<char>(code));
-    uint64_t mask = 0;
-    for (int part = 0; part < 4; ++part) {
-        __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(board + 16 * part));
-        uint32_t bits = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted)));
-        mask |= static_cast<uint64_t>(bits) << (16 * part);
-    }
-    return mask;
-#else
-    uint64_t mask = 0;
-    for (int square = 0; square < 64; ++square) {
-        mask |= static_cast<uint64_t>(board[square] == code) << square;
-    }
-    return mask;
-#endif
 }
 
 // The squares from which a knight, a bishop, a rook or a queen could reach a
@@ -195,18 +168,19 @@ constexpr ReachTable MakeReachTable()
 
 constexpr ReachTable Reach = MakeReachTable();
 
-uint32_t ResolvePieceMove(sPosition* position, uint32_t token, int to)
+uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
 {
+    const sPosition& record = position.record;
     uint32_t piece = TokenPiece(token);
-    uint8_t own = static_cast<uint8_t>(piece | (position->sideToMove ? 8 : 0));
+    uint8_t own = static_cast<uint8_t>(piece | (record.sideToMove ? 8 : 0));
     // Candidates in square order, a1 first; there may be any number of a kind
     // in a set-up position, one place per square at most.
     uint8_t candidates[64];
     int count = 0;
-    uint64_t men = SquaresHolding(position->board, own) & Reach.from[piece][to];
+    uint64_t men = TrackedSquaresHolding(position, own) & Reach.from[piece][to];
     for (; men != 0; men &= men - 1) {
         int from = std::countr_zero(men);
-        if (Legal(position, Packed(from, to))) {
+        if (TrackedMoveIsLegal(position, Packed(from, to))) {
             candidates[count++] = static_cast<uint8_t>(from);
         }
     }
@@ -228,22 +202,24 @@ uint32_t ResolvePieceMove(sPosition* position, uint32_t token, int to)
     return 0;
 }
 
-uint32_t ResolveKingMove(sPosition* position, int to)
+uint32_t ResolveKingMove(TrackedPosition& position, int to)
 {
-    uint64_t kings = SquaresHolding(position->board, position->sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
+    const sPosition& record = position.record;
+    uint64_t kings = TrackedSquaresHolding(position, record.sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
     if (kings == 0) {
         return 0;
     }
     uint32_t move = Packed(std::countr_zero(kings), to);
-    return Legal(position, move) ? move : 0;
+    return TrackedMoveIsLegal(position, move) ? move : 0;
 }
 
-uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
+uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
 {
-    bool white = position->sideToMove != 0;
+    const sPosition& record = position.record;
+    bool white = record.sideToMove != 0;
     int base = white ? 0 : 56;
     uint32_t classical = Packed(base + 4, base + (isShort ? 6 : 2));
-    if (Legal(position, classical)) {
+    if (TrackedMoveIsLegal(position, classical)) {
         return classical;
     }
     if (!fischer) {
@@ -252,7 +228,7 @@ uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
     uint8_t king = white ? OV_WHITE_KING : OV_BLACK_KING;
     int kingSquare = -1;
     for (int square = base + 1; square <= base + 6; ++square) {
-        if (position->board[square] == king) {
+        if (record.board[square] == king) {
             kingSquare = square;
             break;
         }
@@ -262,12 +238,12 @@ uint32_t ResolveCastling(sPosition* position, bool isShort, int32_t fischer)
     }
     // Field order of CastlingFields: white long, white short, black long, black short.
     int field = (white ? 0 : 2) + (isShort ? 1 : 0);
-    uint8_t value = CastlingField(*position, field);
+    uint8_t value = record.*CastlingFields[field];
     if (value == 0) {
         return 0;
     }
     int rookSquare = CastlingRookSquare(field, value);
-    if (rookSquare > 63 || position->board[rookSquare] != (white ? OV_WHITE_ROOK : OV_BLACK_ROOK)) {
+    if (rookSquare > 63 || record.board[rookSquare] != (white ? OV_WHITE_ROOK : OV_BLACK_ROOK)) {
         return 0;
     }
     DebugTrace("skipping legality check on %s %s Fischer castling.", isShort ? "short" : "long",
@@ -346,7 +322,7 @@ int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, in
     return 1;
 }
 
-uint32_t ResolveMoveToken(sPosition* position, uint32_t token, int32_t fischer, int32_t swap)
+uint32_t ResolveMoveToken(TrackedPosition& position, uint32_t token, int32_t fischer, int32_t swap)
 {
     if (swap) {
         token = MirrorRanks(token);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "chess/tracked_position.h"
 #include "orvan.h"
 
 // A move of the text, read without a board. Piece numbers are colourless:
@@ -72,10 +73,10 @@ inline bool IsNeverAMove(const char* text, int32_t length)
 // move, else 0 with *token untouched.
 int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token);
 
-// The PackedMove that `token` means in `position` (made and taken back on the
-// record, which is left as it was), or 0 when it is illegal or ambiguous.
+// The PackedMove that `token` means in `position` (left as it was), or 0 when
+// it is illegal or ambiguous.
 // `fischer` allows castling with the king going to its rook's square; `swap`
 // mirrors the token's ranks first, for a game read with colours exchanged.
-uint32_t ResolveMoveToken(sPosition* position, uint32_t token, int32_t fischer, int32_t swap);
+uint32_t ResolveMoveToken(TrackedPosition& position, uint32_t token, int32_t fischer, int32_t swap);
 
 #endif

@@ -91,7 +91,8 @@ uint32_t ResolveLine(const TreeWalk& walk, uint32_t firstEntry, int32_t stackBas
     PgnGame* game = walk.game;
     const uint32_t* tokens = walk.reader.tokens;
     PgnBranch* stack = walk.reader.branchStack;
-    sPosition line = *start;
+    TrackedPosition line;
+    TrackPosition(line, *start);
     uint32_t previous = 0;
     int32_t depth = 0;
     uint32_t out = firstEntry;
@@ -104,11 +105,11 @@ uint32_t ResolveLine(const TreeWalk& walk, uint32_t firstEntry, int32_t stackBas
             break;
         }
         if (previous != 0) {
-            ApplyMove(&line, previous);
+            PlayTrackedMove(line, previous);
         }
-        previous = ResolveMoveToken(&line, tokens[token], walk.fischer, walk.swap);
+        previous = ResolveMoveToken(line, tokens[token], walk.fischer, walk.swap);
         if (previous == 0) {
-            ReportIllegalMove(walk, line, start, firstEntry, out, token);
+            ReportIllegalMove(walk, line.record, start, firstEntry, out, token);
             if (out > firstEntry) {
                 game->moves[out - 1] |= MoveLineEnd;
             }
@@ -136,7 +137,7 @@ uint32_t ResolveLine(const TreeWalk& walk, uint32_t firstEntry, int32_t stackBas
                     // A full stack drops the alternative: its moves are passed
                     // over with the others and never played.
                     if (sp < PgnBranchStackSize) {
-                        stack[sp++] = {out - 1, token, line};
+                        stack[sp++] = {out - 1, token, line.record};
                     } else {
                         DebugTrace("too many pending variations, skipping variation.");
                     }

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <limits>
 
-#include "chess/move_generator.h"
 #include "chess/move_notation.h"
+#include "chess/tracked_position.h"
 #include "frame/diagnostics.h"
 #include "pgn/pgn_game.h"
 
@@ -109,12 +109,18 @@ int32_t PgnWriteComment(PgnSink& sink, int32_t column, int32_t width, std::strin
     return ClampColumn(int64_t{column} + 1);
 }
 
-int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
-                     const PackedMove* moves, uint32_t first, uint32_t end,
-                     const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
-                     int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
+namespace {
+
+// PgnWriteLine from a tracked position: each move's description also plays
+// it. The position before a move is kept aside only when alternatives to the
+// move follow, which start from it.
+int32_t WriteLine(PgnSink& sink, const TrackedPosition& position, uint32_t ply,
+                  const PackedMove* moves, uint32_t first, uint32_t end,
+                  const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
+                  int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
 {
-    sPosition local = position;
+    TrackedPosition line = position;
+    TrackedPosition beforeMove;
     uint32_t index = first;
     uint32_t currentPly = ply;
     uint32_t numberPly = ply;
@@ -143,7 +149,11 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         }
 
         uint32_t move = moves[index] & ~uint32_t{MoveBranch | MoveLineEnd};
-        uint32_t info = static_cast<uint32_t>(OvGetMoveInfo(&local, move));
+        // The alternatives to a line's first move belong to the line above.
+        const bool alternativesFollow = (index > first || index == 0) && (moves[index] & MoveBranch) != 0;
+        if (alternativesFollow)
+            beforeMove = line;
+        uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(line, move));
         int32_t length = OvMoveToText(move, info, room, mode & LineTextModeMask, table);
         column = PgnPutToken(sink, std::string_view(room, static_cast<size_t>(length)), column,
                              width);
@@ -152,24 +162,22 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         if (WriteCommentOf(sink, column, width, commentIndex, commentText, index + 1))
             numberPly = currentPly + 1;
 
-        // The alternatives to a line's first move belong to the line above.
-        if (index > first || index == 0) {
+        if (alternativesFollow) {
             for (uint32_t alternative = index; moves[alternative] & MoveBranch;) {
                 alternative = PgnAlternativeEntry(moves, alternative, end);
                 if (alternative >= end) {
                     InternalErrorBox(nullptr, "Move tree corrupt.");
                     return 0;
                 }
-                column = PgnWriteLine(sink, local, currentPly, moves, alternative, end,
-                                      commentIndex, commentText, nags, column, width,
-                                      mode | LineOpenPending | LineIsVariation, table);
+                column = WriteLine(sink, beforeMove, currentPly, moves, alternative, end, commentIndex,
+                                   commentText, nags, column, width, mode | LineOpenPending | LineIsVariation,
+                                   table);
                 numberPly = currentPly + 1;
             }
         }
 
         if ((moves[index] & MoveLineEnd) || index + 1 >= end)
             break;
-        ApplyMove(&local, move);
         ++index;
         ++currentPly;
     }
@@ -183,4 +191,17 @@ int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
         column = ClampColumn(int64_t{column} + 1);
     }
     return column;
+}
+
+}  // namespace
+
+int32_t PgnWriteLine(PgnSink& sink, const sPosition& position, uint32_t ply,
+                     const PackedMove* moves, uint32_t first, uint32_t end,
+                     const uint32_t* commentIndex, const char* commentText, const uint16_t* nags,
+                     int32_t column, int32_t width, uint32_t mode, const NotationTable* table)
+{
+    TrackedPosition start;
+    TrackPosition(start, position);
+    return WriteLine(sink, start, ply, moves, first, end, commentIndex, commentText, nags, column, width,
+                     mode, table);
 }

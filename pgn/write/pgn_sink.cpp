@@ -75,6 +75,20 @@ void PgnSink::StageFileText(std::string_view text)
     staged_ += text.size();
 }
 
+char* PgnSink::TakeRoom(size_t size)
+{
+    if (file_ != nullptr) {
+        if (size > sizeof stage_ - staged_)
+            return nullptr;
+        staged_ += size;
+        return stage_ + staged_ - size;
+    }
+    if (size > PgnTextSize - PgnTextUsed)
+        return nullptr;
+    PgnTextUsed += size;
+    return PgnTextData + PgnTextUsed - size;
+}
+
 void PgnPutChar(char c, PgnSink& sink)
 {
     if (sink.file_ != nullptr) {
@@ -119,14 +133,26 @@ int32_t PgnPutToken(PgnSink& sink, std::string_view text, int32_t column, int32_
 {
     int64_t length = static_cast<int64_t>(text.size());
     int64_t next = length;
+    char separator = '\0';
     if (column != 0) {
         if (column + length + 1 < width) {
-            PgnPutChar(' ', sink);
+            separator = ' ';
             next = column + length + 1;
         } else {
-            PgnPutChar('\n', sink);
+            separator = '\n';
         }
     }
-    PgnPutText(sink, text);
+    // A move or a number goes in one piece when there is room for it.
+    const size_t size = text.size() + (separator != '\0' ? 1 : 0);
+    if (char* at = sink.TakeRoom(size)) {
+        if (separator != '\0')
+            *at++ = separator;
+        for (char c : text)
+            *at++ = c;
+    } else {
+        if (separator != '\0')
+            PgnPutChar(separator, sink);
+        PgnPutText(sink, text);
+    }
     return static_cast<int32_t>(std::min<int64_t>(next, std::numeric_limits<int32_t>::max()));
 }

@@ -55,6 +55,11 @@ public:
 private:
     friend void PgnPutChar(char c, PgnSink& sink);
     friend void PgnPutText(PgnSink& sink, std::string_view text);
+    friend int32_t PgnPutToken(PgnSink& sink, std::string_view text, int32_t column, int32_t width);
+
+    // Where `size` bytes can go at once without a flush or a growth, null
+    // when they cannot; the caller fills them.
+    char* TakeRoom(size_t size);
 
     // Grows the memory text by one step; false when the block cannot grow.
     bool GrowMemoryText();

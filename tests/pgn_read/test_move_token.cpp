@@ -97,9 +97,10 @@ std::string Resolve(const char* fen, const char* text, int32_t fischer = 0, int3
     EXPECT_TRUE(ParseMoveToken(letters, text, static_cast<int32_t>(std::char_traits<char>::length(text)),
                                &token))
         << text;
-    sPosition before = position;
-    uint32_t move = ResolveMoveToken(&position, token, fischer, swap);
-    EXPECT_EQ(std::memcmp(&before, &position, sizeof position), 0) << "the position is only read";
+    TrackedPosition tracked;
+    TrackPosition(tracked, position);
+    uint32_t move = ResolveMoveToken(tracked, token, fischer, swap);
+    EXPECT_EQ(std::memcmp(&tracked.record, &position, sizeof position), 0) << "the position is only read";
     return move == 0 ? "-" : MoveWord(static_cast<uint16_t>(move));
 }
 

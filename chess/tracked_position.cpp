@@ -1,0 +1,76 @@
+// Playing moves on a tracked position, and the legality test on its view.
+#include "chess/tracked_position.h"
+
+#include "chess/board_geometry.h"
+#include "chess/move_generator.h"
+#include "chess/packed_move.h"
+#include "chess/piece_codes.h"
+
+namespace {
+
+// Whether a move may change more than its two squares, or put another man
+// on `to` than the one that leaves `from`: a two-square king step from its
+// home square (castling), a pawn changing file onto an empty square (en
+// passant), a pawn leaving its seventh rank (promotion). Such moves are
+// rare, and the view is read again after them.
+bool ReshapesBoard(uint8_t piece, int from, int to, uint8_t captured)
+{
+    if ((piece & 7) == KingKind)
+        return (from == 4 || from == 60) && (to == from + 2 || to == from - 2);
+    if ((piece & 7) != PawnKind)
+        return false;
+    return (captured == 0 && FileOf(from) != FileOf(to)) || (piece == OV_WHITE_PAWN && from >= 48) ||
+           (piece == OV_BLACK_PAWN && from < 16);
+}
+
+void GuardWhenOrdinary(TrackedPosition& tracked)
+{
+    if (tracked.ordinary)
+        tracked.guard = GuardOfSideToMove(tracked.view);
+}
+
+}  // namespace
+
+void TrackPosition(TrackedPosition& tracked, const sPosition& position)
+{
+    tracked.record = position;
+    tracked.ordinary = ReadOrdinaryView(tracked.record, tracked.view);
+    GuardWhenOrdinary(tracked);
+}
+
+void PlayTrackedMove(TrackedPosition& tracked, uint32_t move)
+{
+    if ((move & 0xFFFF) == 0)
+        return;
+    sPosition& record = tracked.record;
+    const int from = MoveFrom(move);
+    const int to = MoveTo(move);
+    const uint8_t piece = record.board[from];
+    const uint8_t captured = record.board[to];
+    if (tracked.ordinary && !ReshapesBoard(piece, from, to, captured)) {
+        ApplyPlainMove(&record, from, to);
+        tracked.ordinary = MoveOnOrdinaryView(record, tracked.view, from, to, piece, captured);
+    } else {
+        ApplyMoveSteps(&record, move);
+        tracked.ordinary = ReadOrdinaryView(record, tracked.view);
+    }
+    GuardWhenOrdinary(tracked);
+}
+
+SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code)
+{
+    if (tracked.ordinary && (IsWhiteMan(code) || IsBlackMan(code)))
+        return tracked.view.Pieces(code & 7, (code & WhiteBit) != 0);
+    return SquaresHolding(tracked.record, code);
+}
+
+bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move)
+{
+    if (!tracked.ordinary)
+        return MoveIsLegal(&tracked.record, move) != 0;
+    const int from = MoveFrom(move);
+    const uint8_t piece = tracked.record.board[from];
+    if (!(tracked.view.whiteToMove ? IsWhiteMan(piece) : IsBlackMan(piece)))
+        return false;
+    return ViewMoveIsLegal(tracked.view, tracked.guard, piece & 7, from, MoveTo(move));
+}
