@@ -17,28 +17,24 @@ constexpr int32_t SingleGames = 5;
 {
     const uint32_t file = OvgOpenGamefile(path.c_str(), 1);
     const uint32_t game = IGGameOpenGame();
+    const auto write = [&](int32_t number) {
+        WriteSample(game, size_t(number), number);
+        return OvgWriteGame(game, file, 0, nullptr);
+    };
     int32_t number = 0;
     for (int bulk = 0; bulk < 2; ++bulk) {
         OvgFileAction(file, 2);
-        for (int32_t i = 0; i < BulkGames; ++i) {
-            WriteSample(game, size_t(number + 1), number + 1);
-            number = OvgWriteGame(game, file, 0, nullptr);
-        }
+        for (int32_t i = 0; i < BulkGames; ++i)
+            number = write(number + 1);
         OvgFileAction(file, 0);
     }
-    for (int32_t i = 0; i < SingleGames; ++i) {
-        WriteSample(game, size_t(number + 1), number + 1);
-        number = OvgWriteGame(game, file, 0, nullptr);
-    }
+    for (int32_t i = 0; i < SingleGames; ++i)
+        number = write(number + 1);
     OvgFileAction(file, 2);
     for (int32_t i = 0;; ++i) {
-        WriteSample(game, size_t(number + 1), number + 1);
-        number = OvgWriteGame(game, file, 0, nullptr);
-        if (i == 2 * BulkGames) {
-            const char byte = 1;
-            if (write(ready, &byte, 1) != 1)
-                _exit(2);
-        }
+        number = write(number + 1);
+        if (i == 2 * BulkGames && ::write(ready, "1", 1) != 1)
+            _exit(2);
     }
 }
 
