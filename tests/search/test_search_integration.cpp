@@ -162,16 +162,6 @@ TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
         << "the number each game has in the searched file";
 }
 
-TEST_F(SearchCorpus, StopAtTheFirstHitStillEnds)
-{
-    Hits hits;
-    hits.stopAfterHits = 1;
-    const sQuery query = MakeQuery(QueryHeader);
-    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, UserOf(hits));
-    EXPECT_EQ(hits.numbers, std::vector<int32_t>{1});
-    EXPECT_EQ(hits.calls, 3) << "start, hit, end";
-}
-
 // Games of the prefix that reach `position` by pgn-extract's count; -1 when
 // the tool cannot be run.
 int CountWithPgnExtract(const sPosition& position)
