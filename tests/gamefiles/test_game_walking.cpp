@@ -128,25 +128,6 @@ TEST_F(GameWalking, PromotionPiecesReachTheWord)
     }
 }
 
-TEST_F(GameWalking, NextMoveFollowsTheCurrentPositionAndEndsWithZero)
-{
-    EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
-    PackedMove moves[2] = {};
-    EXPECT_EQ(OvGetMoves(game, moves, 2), 0);
-
-    Game().mainLine = {E2E4, E7E5, G1F3};
-    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
-    EXPECT_EQ(OvGetNextMove(game), 0x1C0C) << "reading it does not play it";
-    ASSERT_EQ(OvPlayMoves(game, 2), 2);
-    EXPECT_EQ(OvGetNextMove(game), 0x1506);
-    ASSERT_EQ(OvPlayMoves(game, 1), 1);
-    EXPECT_EQ(OvGetNextMove(game), 0);
-    EXPECT_EQ(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                            [](const std::string& call) { return call.starts_with("PlayMoves"); }),
-              2)
-        << "OvGetNextMove makes no PlayMoves call";
-}
-
 TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
 {
     Game().mainLine.assign(10, E2E4);
@@ -176,6 +157,25 @@ TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
         EXPECT_EQ(Fakes().calls.back(), s.driverCall);
         EXPECT_EQ(Game().played, s.played) << s.driverCall;
     }
+
+    // The next move follows the current position, is not played by reading,
+    // and is 0 at the end.
+    Game().mainLine = {E2E4, E7E5, G1F3};
+    Game().played = 0;
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
+    ASSERT_EQ(OvPlayMoves(game, 2), 2);
+    EXPECT_EQ(OvGetNextMove(game), 0x1506);
+    ASSERT_EQ(OvPlayMoves(game, 1), 1);
+    Fakes().calls.clear();
+    EXPECT_EQ(OvGetNextMove(game), 0);
+    EXPECT_TRUE(std::none_of(Fakes().calls.begin(), Fakes().calls.end(),
+                             [](const std::string& call) { return call.starts_with("PlayMoves"); }));
+    Game().mainLine.clear();
+    Game().played = 0;
+    EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
+    PackedMove moves[2] = {};
+    EXPECT_EQ(OvGetMoves(game, moves, 2), 0);
 }
 
 }  // namespace
