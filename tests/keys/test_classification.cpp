@@ -78,10 +78,8 @@ TEST_F(Classification, GameGoesToTheDeepestAllowedPositionAndWalksBack)
         EXPECT_EQ(FirstPlayMoves(), c.firstStep) << c.name;
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
-}
-
-TEST_F(Classification, GameWithoutReachedPlaceOrWithExtremePlies)
-{
+    // Without a place to report, and with the extreme plies.
+    ResetFakes();
     LayOutGame(5, 0);
     KeyFakes().depth = 20;
     KeyFakes().keyAtPly = {{5, 3}};

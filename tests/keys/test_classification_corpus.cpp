@@ -95,7 +95,6 @@ TEST_F(KeyedCorpusTest, GameKeysAgreeWithPgnExtract)
     ASSERT_EQ(expected.size(), size_t(PrefixGames));
 
     int agreed = 0;
-    std::vector<std::string> differences;
     for (int32_t n = 1; n <= PrefixGames; ++n) {
         ASSERT_NE(OvReadGame(Corpus->game, Corpus->file, n), 0) << n;
         int32_t reached = -1;
@@ -103,15 +102,11 @@ TEST_F(KeyedCorpusTest, GameKeysAgreeWithPgnExtract)
         if (code == expected[size_t(n - 1)])
             ++agreed;
         else
-            differences.push_back("game " + std::to_string(n) + ": " + code + " at ply " + std::to_string(reached) +
-                                  ", pgn-extract \"" + expected[size_t(n - 1)] + "\"");
+            std::cout << "  game " << n << ": " << code << " at ply " << reached << ", pgn-extract \""
+                      << expected[size_t(n - 1)] << "\"\n";
     }
     const double rate = double(agreed) / PrefixGames;
-    std::cout << "ECO agreement with pgn-extract: " << agreed << " of " << PrefixGames << " (" << 100 * rate
-              << "%)\n";
-    for (const std::string& difference : differences)
-        std::cout << "  " << difference << "\n";
-    RecordProperty("agreement", std::to_string(rate));
+    std::cout << "ECO agreement with pgn-extract: " << agreed << " of " << PrefixGames << "\n";
     EXPECT_GE(rate, 0.98);
 }
 

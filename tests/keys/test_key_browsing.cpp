@@ -91,29 +91,23 @@ TEST_F(KeyBrowsing, ChildKeysArriveAsKeyNumbersAndGamesAsDelivered)
     EXPECT_EQ(OvGetChildKeys(2, children, 4), 3);
     EXPECT_EQ(std::vector<int32_t>(children, children + 4), (std::vector<int32_t>{5, 9, INT32_MAX, 1}));
     EXPECT_EQ(Fakes().calls.back(), "DbsSearchKey(2, 1, 1, ptr, 4)");
-
     KeyFakes().searchResult = {3, 8};
     int32_t games[2] = {};
     EXPECT_EQ(OvGetKeyGames(2, games, 2), 2);
-    EXPECT_EQ(games[0], 3);
-    EXPECT_EQ(games[1], 8);
+    EXPECT_EQ(std::vector<int32_t>(games, games + 2), (std::vector<int32_t>{3, 8}));
     EXPECT_EQ(Fakes().calls.back(), "DbsSearchKey(2, 2, 1, ptr, 2)");
-}
 
-TEST_F(KeyBrowsing, NoChildrenOrAFailureLeavesTheArrayAlone)
-{
-    int32_t children[2] = {-4, -6};
-    EXPECT_EQ(OvGetChildKeys(2, children, 2), 0);
+    // A failure leaves the array alone, and a database that claims more than
+    // the room never makes us negate past it.
+    KeyFakes().searchResult = {};
+    int32_t two[2] = {-4, -6};
     Fakes().results["DbsSearchKey"] = -1;
-    EXPECT_EQ(OvGetChildKeys(2, children, 2), -1);
-    EXPECT_EQ(children[0], -4);
-    EXPECT_EQ(children[1], -6);
-    // A database that claims more than the room never makes us negate past it.
+    EXPECT_EQ(OvGetChildKeys(2, two, 2), -1);
+    EXPECT_EQ(std::vector<int32_t>(two, two + 2), (std::vector<int32_t>{-4, -6}));
     KeyFakes().searchResult = {-1, -2};
     Fakes().results["DbsSearchKey"] = 50;
-    EXPECT_EQ(OvGetChildKeys(2, children, 1), 50);
-    EXPECT_EQ(children[0], 1);
-    EXPECT_EQ(children[1], -6);
+    EXPECT_EQ(OvGetChildKeys(2, two, 1), 50);
+    EXPECT_EQ(std::vector<int32_t>(two, two + 2), (std::vector<int32_t>{1, -6}));
 }
 
 TEST_F(KeyBrowsing, KeyViewChainsLinesInOneBracket)
@@ -126,7 +120,6 @@ TEST_F(KeyBrowsing, KeyViewChainsLinesInOneBracket)
         keys[size_t(i)] = 100 + i;
     keys[3] = 0;
     EXPECT_EQ(OvGetKeyView(0, keys.data(), lines.data(), 0, 25), 1);
-
     EXPECT_EQ(Fakes().calls.front(), "OvkFileAction(1)");
     EXPECT_EQ(Fakes().calls.back(), "OvkFileAction(0)");
     EXPECT_EQ(Fakes().calls.size(), 2u + 19u);  // 20 lines, one of them blank
@@ -141,11 +134,9 @@ TEST_F(KeyBrowsing, KeyViewChainsLinesInOneBracket)
     EXPECT_EQ(lines[4].level, 1);
     EXPECT_EQ(lines[19].key, 119);
     EXPECT_EQ(lines[20].key, 0x7F7F7F7F);  // beyond 20: untouched
-}
 
-TEST_F(KeyBrowsing, EmptyKeyViewOnlyBrackets)
-{
-    EXPECT_EQ(OvGetKeyView(0, nullptr, nullptr, 0, 0), 1);
+    ResetFakes();
+    EXPECT_EQ(OvGetKeyView(0, nullptr, nullptr, 0, 0), 1) << "an empty view only brackets";
     EXPECT_EQ(Fakes().calls, (std::vector<std::string>{"OvkFileAction(1)", "OvkFileAction(0)"}));
     ResetFakes();
     EXPECT_EQ(OvGetKeyView(0, nullptr, nullptr, 0, 3), 0);
