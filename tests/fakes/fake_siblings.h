@@ -70,6 +70,11 @@ void RecordCall(std::string_view function, std::initializer_list<std::string> ar
 int32_t AnswerCall(std::string_view function, int32_t fallback,
                    std::initializer_list<std::string> arguments);
 
+// The body of a fake that logs its call and answers the result set for it,
+// else `fallback`: int32_t F(int32_t a) FAKE_ANSWER(F, 1, FakeArg(a))
+#define FAKE_ANSWER(function, fallback, ...) \
+    { return AnswerCall(#function, fallback, {__VA_ARGS__}); }
+
 // Answers a version call: `word` through `version`, 0 through `second`.
 int32_t FakeVersion(uint32_t* version, uint32_t* second, uint32_t word, int32_t result);
 
