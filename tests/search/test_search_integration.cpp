@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -13,7 +12,6 @@
 #include <map>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "orvan.h"
@@ -204,33 +202,6 @@ TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
         EXPECT_TRUE(std::find(hits.numbers.begin(), hits.numbers.end(), number) != hits.numbers.end());
     }
     OvFreeGameBuffer(game);
-}
-
-TEST_F(SearchCorpus, SearchRunsWhileAnotherThreadWritesGames)
-{
-    const fs::path path = TheCorpus->directory / "shared.ovg";
-    const OvGameFile file = OvCreateGamefile(path.c_str());
-    OvPgnImport(TheCorpus->pgnPath.c_str(), file, 0, nullptr, nullptr, 0);
-    const int32_t before = OvGetGamesCount(file);
-
-    constexpr int Writes = 150;
-    std::atomic<int> written = 0;
-    std::thread writer([&] {
-        const OvGameBuffer game = OvAllocGameBuffer();
-        for (int k = 0; k < Writes; ++k)
-            if (OvReadGame(game, file, k + 1) == 1 && OvWriteGame(game, file, nullptr) > 0)
-                ++written;
-        OvFreeGameBuffer(game);
-    });
-    const Hits hits = Search(file, MakeQuery(QueryHeader));
-    writer.join();
-
-    EXPECT_EQ(written, Writes);
-    EXPECT_EQ(OvGetGamesCount(file), before + Writes);
-    ASSERT_GE(hits.numbers.size(), static_cast<size_t>(hits.total));
-    for (size_t index = 0; index < hits.numbers.size(); ++index)
-        ASSERT_EQ(hits.numbers[index], static_cast<int32_t>(index + 1)) << "each game once, in file order";
-    OvCloseGamefile(file);
 }
 
 }  // namespace
