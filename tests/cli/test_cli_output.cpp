@@ -1,5 +1,5 @@
 // The host's files and output: game counting of PGN input, files written
-// under a temporary name, tables of UTF-8 text, and the plain progress lines.
+// under a temporary name, and tables of UTF-8 text.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -10,7 +10,6 @@
 
 #include "cli/cli_error.h"
 #include "cli/pgn_source.h"
-#include "cli/progress.h"
 #include "cli/table.h"
 #include "cli/temp_file.h"
 
@@ -129,18 +128,6 @@ TEST(CliTable, ColumnsLineUpByCharactersNotBytes)
               "------  ----\n"
               "M\xC3\xBCller  2500\n"
               "Tal     2700\n");
-}
-
-TEST(CliProgress, PlainOutputEndsWithStoredSkippedAndRate)
-{
-    const std::string text = Captured([](std::FILE* out) {
-        ImportProgress progress(out, "games.pgn", 10);
-        progress.Update(3);
-        progress.Finish(8);
-    });
-    EXPECT_EQ(text.find('\r'), std::string::npos);
-    EXPECT_EQ(text.rfind("games.pgn: 8 games stored, 2 skipped, ", 0), 0u) << text;
-    EXPECT_NE(text.find(" games/s\n"), std::string::npos);
 }
 
 }  // namespace
