@@ -104,24 +104,6 @@ protected:
     int32_t sicilian = 0;
 };
 
-TEST_F(KeySearches, KeyGamesAreTheKeysListWithoutReading)
-{
-    const std::vector<int32_t> expected = GamesOfKey(sicilian);
-    ASSERT_FALSE(expected.empty());
-    sQuery query{};
-    query.kind = QueryKeyGames;
-    query.key = sicilian;
-    Hits hits;
-    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
-    EXPECT_EQ(hits.numbers, expected);
-    EXPECT_EQ(hits.games, std::vector<uint32_t>(expected.size(), 1u));
-    EXPECT_EQ(hits.total, PrefixGames);
-
-    Hits none;
-    OvSearchKeyGames(file, 987654, &CollectHits, UserOf(none));
-    EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
-}
-
 TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
 {
     PlayFromStart(game, {Move(E2, E4), Move(C7, C5), Move(B1, C3)});
@@ -144,6 +126,10 @@ TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
         EXPECT_EQ(hit, MainLineReaches(number, wanted)) << "game " << number;
     }
     EXPECT_EQ(next, hits.numbers.size()) << "hits come in the key's order, from its games only";
+
+    Hits none;
+    OvSearchKeyGames(file, 987654, &CollectHits, UserOf(none));
+    EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
 }
 
 }  // namespace
