@@ -1,6 +1,6 @@
 // Classification on the real store and key database: every game of a corpus
 // prefix against the ECO tree, compared with pgn-extract's ECO code for the
-// same game; and browsing the tree it built.
+// same game.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -159,39 +159,6 @@ TEST_F(KeyedCorpusTest, SetUpGamesAreNotClassifiedByMoves)
     EXPECT_EQ(OvClassifyGame(Corpus->game, 10, &reached), 0);
     EXPECT_EQ(reached, 0);
     OvCloseGamefile(file);
-}
-
-TEST_F(KeyedCorpusTest, BrowsingTheTreeFromItsRoot)
-{
-    const int32_t root = OvGetFirstKey(0, OV_KEYORDER_TREE);
-    ASSERT_NE(root, 0);
-    sPosition position;
-    ASSERT_EQ(OvGetKeyPosition(root, &position), 1);
-    sPosition start;
-    OvGotoMove(Corpus->game, 0);
-    ASSERT_NE(OvReadGame(Corpus->game, Corpus->file, 1), 0);
-    OvGetInitialPos(Corpus->game, &start);
-    EXPECT_EQ(std::memcmp(&position, &start, sizeof start), 0);
-
-    std::vector<int32_t> children(64);
-    const int32_t count = OvGetChildKeys(root, children.data(), int32_t(children.size()));
-    ASSERT_GT(count, 1);
-    for (int32_t i = 0; i < count; ++i) {
-        sKeyInfo info{};
-        ASSERT_EQ(OvGetKeyInfo(children[size_t(i)], &info), 1);
-        EXPECT_EQ(info.data.parent, root);
-        EXPECT_NE(info.keycode[0], '\0');
-        EXPECT_NE(OvGetKeyMove(children[size_t(i)], OV_KEYMOVE_LAST), 0);
-    }
-    std::vector<sKeyViewLine> lines(3);
-    const int32_t viewKeys[3] = {root, children[0], children[1]};
-    EXPECT_EQ(OvGetKeyView(0, viewKeys, lines.data(), 0, 3), 1);
-    EXPECT_EQ(lines[1].key, children[0]);
-    EXPECT_EQ(lines[1].relation, OV_KEYVIEW_CHILD);
-    EXPECT_EQ(lines[2].relation, OV_KEYVIEW_SIBLING);
-    int32_t games[8];
-    EXPECT_GE(OvGetKeyGames(root, games, 8), 0);
-    EXPECT_EQ(OvGetChildKeys(INT32_MAX, children.data(), 4), -1);
 }
 
 }  // namespace
