@@ -63,6 +63,9 @@ int32_t FakeResult(std::string_view function, int32_t fallback);
 // n the n-th move of the main line.
 uint32_t FakeMoveHandle(uint32_t game, int32_t index);
 
+// The logged calls that start with `prefix` ("PlayMoves" or "PlayMoves(1,"), in order.
+std::vector<std::string> FakeCallsStartingWith(std::string_view prefix);
+
 // Logs one call as "function(arg, ...)" and runs `onCall`.
 void RecordCall(std::string_view function, std::initializer_list<std::string> arguments);
 
