@@ -53,15 +53,6 @@ int32_t Record(uint32_t game, int32_t number, int32_t total, intptr_t user)
     return host.calls++ == host.stopAt ? 0 : 1;
 }
 
-Log CallsStartingWith(std::string_view prefix)
-{
-    Log found;
-    for (const std::string& call : Fakes().calls)
-        if (call.starts_with(prefix))
-            found.push_back(call);
-    return found;
-}
-
 class SearchProtocol : public ::testing::Test {
 protected:
     void SetUp() override { Reset(); }
@@ -106,13 +97,13 @@ TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
 
     Reset(0);
     SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "an empty file is still asked once";
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 0)"}));
+    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), 1u) << "an empty file is still asked once";
+    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 0)"}));
 
     Reset(300);
     Fakes().results["OvgReadGames"] = -1;
     SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 300)", "callback(0, 300, 300)"}))
+    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 300)", "callback(0, 300, 300)"}))
         << "a failed read ends the search as if the file had ended";
 }
 
@@ -121,14 +112,14 @@ TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
     Reset(250);
     SearchFakes().batchLimit = 70;  // as if the buffer held only 70 games
     SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("OvgReadGames"),
+    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames"),
               (Log{"OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "OvgReadGames(100, 70, ptr, ptr, 65536, 100)",
                    "OvgReadGames(100, 140, ptr, ptr, 65536, 100)", "OvgReadGames(100, 210, ptr, ptr, 65536, 100)"}));
-    const Log loads = CallsStartingWith("GetGameHeader");
+    const Log loads = FakeCallsStartingWith("GetGameHeader");
     ASSERT_EQ(loads.size(), 250u);
     for (int k = 0; k < 250; ++k)  // game k of a batch lies at places[k] - places[0]
         EXPECT_EQ(loads[k], "GetGameHeader(1, #" + std::to_string(k + 1) + ", 0, 1)");
-    EXPECT_EQ(CallsStartingWith("callback").back(), "callback(0, 250, 250)");
+    EXPECT_EQ(FakeCallsStartingWith("callback").back(), "callback(0, 250, 250)");
 }
 
 TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecondWithoutHits)
@@ -156,7 +147,7 @@ TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecondWithoutHits)
         if (c.hits)
             SearchFakes().hits = {1, 2, 3};
         OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-        const Log calls = CallsStartingWith("callback");
+        const Log calls = FakeCallsStartingWith("callback");
         EXPECT_EQ(Log(calls.begin() + 1, calls.end() - 1), c.progress);
     }
 }
@@ -180,13 +171,13 @@ TEST_F(SearchProtocol, StopAtHitOrProgressStillEnds)
         SearchFakes().deleted = {2, 3, 4};
         TickPerGame(c.step);
         SearchAllHeaders();
-        EXPECT_EQ(CallsStartingWith("callback"), c.expected);
-        EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
+        EXPECT_EQ(FakeCallsStartingWith("callback"), c.expected);
+        EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
     }
     Reset(250);
     host.stopAt = 0;
     SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("callback")[2], "callback(1, 2, 250)") << "the start call's result does not count";
+    EXPECT_EQ(FakeCallsStartingWith("callback")[2], "callback(1, 2, 250)") << "the start call's result does not count";
 }
 
 TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
@@ -218,14 +209,14 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
               (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
                    "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
         << "the standard start is set by erasing, not put";
-    EXPECT_EQ(CallsStartingWith("callback(1"), (Log{"callback(1, 2, 4)", "callback(1, 4, 4)"}));
-    EXPECT_TRUE(CallsStartingWith("IGGamePutSourceLoadnumber").empty());
+    EXPECT_EQ(FakeCallsStartingWith("callback(1"), (Log{"callback(1, 2, 4)", "callback(1, 4, 4)"}));
+    EXPECT_TRUE(FakeCallsStartingWith("IGGamePutSourceLoadnumber").empty());
 
     Reset(4);
     SearchFakes().hits = {2, 3, 4};
     SearchFakes().deleted = {3};
     OvSearchPosGames(File, &start, 1, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback(1").size(), 3u);
+    EXPECT_EQ(FakeCallsStartingWith("callback(1").size(), 3u);
 }
 
 TEST_F(SearchProtocol, NoGameBufferEndsTheSearch)
@@ -235,10 +226,10 @@ TEST_F(SearchProtocol, NoGameBufferEndsTheSearch)
     Fakes().results["IGGameOpenGame"] = 0;
     SearchAllHeaders();
     OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 10)", "callback(0, 10, 10)"}))
+    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 10)", "callback(0, 10, 10)"}))
         << "the header search has not started, the position search has";
-    EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
-    EXPECT_EQ(CallsStartingWith("OvgFileAction(100, 0)").size(), 2u);
+    EXPECT_TRUE(FakeCallsStartingWith("OvgReadGames").empty());
+    EXPECT_EQ(FakeCallsStartingWith("OvgFileAction(100, 0)").size(), 2u);
     EXPECT_EQ(boxes.boxes.size(), 2u);
 }
 
@@ -248,17 +239,17 @@ TEST_F(SearchProtocol, KeyGameSearchHitsUnderTheLockWithoutReading)
     SearchFakes().keyGames = {5, 9, 31};
     host.checkLock = true;
     OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)",
+    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)",
                                                   "callback(1, 31, 40)", "callback(0, 40, 40)"}));
     EXPECT_FALSE(host.lockFreeInCalls) << "hit calls come with the lock held";
-    EXPECT_EQ(CallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
-    EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
+    EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
+    EXPECT_TRUE(FakeCallsStartingWith("OvgReadGames").empty());
 
     Reset(40);
     SearchFakes().keyGames = {5, 9, 31};
     host.stopAt = 1;
     OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}));
+    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}));
 }
 
 TEST_F(SearchProtocol, DispatchByKind)
@@ -278,7 +269,7 @@ TEST_F(SearchProtocol, DispatchByKind)
         if (c.board)
             query.position = StartPosition;
         OvSearchGameHdrs(File, &query, &Record, User);
-        EXPECT_FALSE(CallsStartingWith(c.marker).empty()) << c.kind;
+        EXPECT_FALSE(FakeCallsStartingWith(c.marker).empty()) << c.kind;
     }
     Reset(1);
     const sQuery query = MakeQuery(QueryHeader);
