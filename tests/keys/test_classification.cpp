@@ -2,7 +2,6 @@
 // which positions are looked up, and what the host gets back.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,17 +31,12 @@ protected:
         Fakes().games[Game] = game;
     }
 
-    static int Count(const std::string& prefix)
-    {
-        return int(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                                 [&](const std::string& call) { return call.starts_with(prefix); }));
-    }
+    static int Count(const std::string& prefix) { return int(FakeCallsStartingWith(prefix).size()); }
 
     static std::string FirstPlayMoves()
     {
-        const auto found = std::find_if(Fakes().calls.begin(), Fakes().calls.end(),
-                                        [](const std::string& call) { return call.starts_with("PlayMoves"); });
-        return found == Fakes().calls.end() ? "" : *found;
+        const auto calls = FakeCallsStartingWith("PlayMoves");
+        return calls.empty() ? "" : calls.front();
     }
 };
 
