@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -95,10 +94,7 @@ TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
     EXPECT_EQ(moves[3], 1) << "the limit holds";
     EXPECT_EQ(Game().played, 7);
     // The root's NEXT and one NEXT per further move: none past the limit.
-    EXPECT_EQ(
-        std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                      [](const std::string& call) { return call.starts_with("IGMoveGetNEXT"); }),
-        3);
+    EXPECT_EQ(FakeCallsStartingWith("IGMoveGetNEXT").size(), 3u);
 
     PackedMove all[50] = {};
     PackedMove allAgain[50] = {};
@@ -169,8 +165,7 @@ TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
     ASSERT_EQ(OvPlayMoves(game, 1), 1);
     Fakes().calls.clear();
     EXPECT_EQ(OvGetNextMove(game), 0);
-    EXPECT_TRUE(std::none_of(Fakes().calls.begin(), Fakes().calls.end(),
-                             [](const std::string& call) { return call.starts_with("PlayMoves"); }));
+    EXPECT_TRUE(FakeCallsStartingWith("PlayMoves").empty());
     Game().mainLine.clear();
     Game().played = 0;
     EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
