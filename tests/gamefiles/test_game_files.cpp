@@ -27,19 +27,6 @@ TEST_F(GameFiles, CreateRemovesOldKeyFilesThenMakesTheFile)
     EXPECT_EQ(trace.lines[0].rfind("OrvanDll: OvCreateGamefile: no room for the index path", 0), 0u);
 }
 
-TEST_F(GameFiles, OpenCloseAndCountPassThrough)
-{
-    Fakes().results["OvgOpenGamefile"] = 7;
-    Fakes().results["OvgGetNumberOfGames"] = -1;
-    Fakes().results["OvgCloseGamefile"] = 0;
-    EXPECT_EQ(OvOpenGamefile("/d/a.ovg"), 7u);
-    EXPECT_EQ(OvGetGamesCount(7), -1);
-    EXPECT_EQ(OvCloseGamefile(7), 1);
-    EXPECT_EQ(OvOpenGamefile(nullptr), 7u);
-    EXPECT_EQ(Fakes().calls, (CallLog{R"(OvgOpenGamefile("/d/a.ovg", 0))", "OvgGetNumberOfGames(7)",
-                                      "OvgCloseGamefile(7)", "OvgOpenGamefile(null, 0)"}));
-}
-
 TEST_F(GameFiles, FileStatusKeepsOnlyOpenAndBulkBits)
 {
     const struct {
