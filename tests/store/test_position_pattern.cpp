@@ -104,31 +104,6 @@ TEST_F(PositionPattern, SideToMoveCastlingAndEnPassantCount)
     EXPECT_TRUE(Hits(pattern).empty());
 }
 
-TEST_F(PositionPattern, ALineThatLostMenStillHasItsEarlierSideLinesSearched)
-{
-    // 1. e4 d5 2. exd5 (2. Nc3 Nf6) Qxd5: the capture rules out the rest of the
-    // main line for the pattern, not the side line beside it.
-    NewGameErase(game_);
-    ASSERT_EQ(Play(game_, {"e2e4", "d7d5", "e4d5", "d8d5"}), 4);
-    PlayMoves(game_, -2);
-    const uint32_t node = IGGameGetMovePtr(game_);
-    IGMovePutAL(node, IGMoveFirstFreeSubline(node, 1));
-    ASSERT_EQ(Play(game_, {"b1c3", "g8f6"}), 2);
-    ASSERT_EQ(OvgWriteGame(game_, file_, 0, nullptr), games_ + 1);
-    std::vector<uint8_t> one(65536);
-    uint32_t places[2] = {};
-    ASSERT_EQ(OvgReadGames(file_, games_, one.data(), places, 65536, 1), 1);
-
-    GameHandle pattern;
-    for (const auto& [moves, hit] : std::vector<std::pair<std::vector<std::string>, int32_t>>{
-             {{"e2e4", "d7d5", "b1c3", "g8f6"}, 1},
-             {{"e2e4", "d7d5", "e4d5", "d8d5"}, 1},
-             {{"e2e4", "d7d5", "b1c3", "g8f6", "e4d5"}, 0}}) {
-        PatternAfter(pattern, moves);
-        EXPECT_EQ(UnpackGame(pattern, one.data(), 2), hit) << moves.size();
-    }
-}
-
 TEST_F(PositionPattern, AHitLoadsTheGameAMissItsHeaderAndTheDeletedMarkTravels)
 {
     GameHandle pattern;
