@@ -113,24 +113,17 @@ TEST(PrepareQuery, ReadsEachFormAndDropsWhatCannotBeUsed)
     } cases[] = {
         {"empty player, equals", QfPlayer, QopEquals, "", true, 0},
         {"empty player, begins", QfPlayer, QopBeginsWith, "", false, 0},
-        {"empty player, not contains", QfPlayer, QopNotContains, "", false, 0},
         {"op 0", QfPlayer, 0, "Alpha", false, 0},
         {"elo 0 below", QfElo, QopBeginsWith, "0", false, 0},
         {"elo 0 at least", QfElo, QopNotBeginsWith, "0", true, 0},
-        {"elo no digits", QfElo, QopEquals, "abc", true, 0},
         {"elo with blanks and sign", QfWhiteElo, QopEquals, "  -25x", true, -25},
         {"elo beyond 32 bits", QfBlackElo, QopEquals, "99999999999", true, INT32_MAX},
         {"moves", QfMoves, QopEquals, "40", true, 40},
-        {"load number", QfLoadnumber, QopBeginsWith, "12", true, 12},
         {"result white", QfResult, QopEquals, "1-0", true, 1},
-        {"result short draw", QfResult, QopEquals, "1/2", true, 2},
-        {"result black", QfResult, QopEquals, "0-1", true, 3},
         {"result none", QfResult, QopBeginsWith, "*", true, 0},
-        {"result empty", QfResult, QopNotContains, "", true, 0},
         {"result op 0", QfResult, 0, "1-0", false, 0},
         {"date full", QfDate, QopEquals, "12.5.1997", true, 0x07CD050C},
         {"date none below", QfDate, QopBeginsWith, "?", false, 0},
-        {"date none equals", QfDate, QopEquals, "", true, 0},
         {"unknown field", 23, QopEquals, "Alpha", true, 0},
     };
     for (const auto& c : cases) {
@@ -180,9 +173,8 @@ TEST(QueryDate, ReadsPartsInAnyOrder)
     } cases[] = {
         {"1997", 1997, 0, 0},          {"97", 1997, 0, 0},           {"1997.05.12", 1997, 5, 12},
         {"12.5.1997", 1997, 5, 12},    {"12.5.97", 1912, 5, 97},     {"May 1997", 1997, 5, 0},
-        {"12 May 1997", 1997, 5, 12},  {"May 12 1997", 1997, 5, 12}, {"1997 May 12", 1997, 5, 12},
         {"", 0, 0, 0},                 {"5.1997", 1997, 5, 0},       {"sept 3 2001", 2001, 9, 3},
-        {"SEPTEMBER 2001", 2001, 9, 0}, {"Maybe 2001", 2001, 5, 0},  {"1.2.3.4", 1901, 2, 4},
+        {"1997 May 12", 1997, 5, 12},  {"Maybe 2001", 2001, 5, 0},   {"1.2.3.4", 1901, 2, 4},
         {"0", 0, 0, 0},                {"99999999999999", INT32_MAX, 0, 0},
     };
     for (const auto& c : cases) {

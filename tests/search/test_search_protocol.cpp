@@ -14,7 +14,6 @@
 #include "frame/library_mutex.h"
 #include "platform/tick_clock.h"
 #include "search/query_builder.h"
-#include "support/capture.h"
 
 namespace {
 
@@ -217,20 +216,6 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
     SearchFakes().deleted = {3};
     OvSearchPosGames(File, &start, 1, &Record, User);
     EXPECT_EQ(FakeCallsStartingWith("callback(1").size(), 3u);
-}
-
-TEST_F(SearchProtocol, NoGameBufferEndsTheSearch)
-{
-    const BoxCapture boxes;
-    Reset(10);
-    Fakes().results["IGGameOpenGame"] = 0;
-    SearchAllHeaders();
-    OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 10)", "callback(0, 10, 10)"}))
-        << "the header search has not started, the position search has";
-    EXPECT_TRUE(FakeCallsStartingWith("OvgReadGames").empty());
-    EXPECT_EQ(FakeCallsStartingWith("OvgFileAction(100, 0)").size(), 2u);
-    EXPECT_EQ(boxes.boxes.size(), 2u);
 }
 
 TEST_F(SearchProtocol, KeyGameSearchHitsUnderTheLockWithoutReading)
