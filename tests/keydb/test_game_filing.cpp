@@ -157,20 +157,6 @@ TEST_F(GameFiling, ListsFollowBulkOperationsAndReopening)
     EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second, third, third + 1}));
 }
 
-TEST_F(GameFiling, NumbersGivenOutAgainDropWhatTheyNamed)
-{
-    Save({"e2e4", "c7c5", "g1f3"});
-    Save({"e2e4", "c7c5", "g1f3"});
-    Save({"d2d4", "d7d5"});
-    // The game file is made anew: its numbers start again at 1.
-    ASSERT_EQ(OvgCloseGamefile(file), 1);
-    file = OvgOpenGamefile(gameFile.c_str(), 1);
-    ASSERT_NE(file, 0u);
-    EXPECT_EQ(Save({"e2e4", "e7e5"}), 1);
-    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{1}));
-    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{1}));
-}
-
 TEST_F(GameFiling, OnlyStandardGamesOfTheDatabasesOwnFileAreFiled)
 {
     BoardLine line = PlayLine({"e2e4"});

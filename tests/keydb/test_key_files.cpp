@@ -127,10 +127,8 @@ TEST_F(KeyDatabaseFiles, OptimisingKeepsEverything)
     struct Case {
         int32_t first, second, target, level, reserved, expected;
     };
-    for (const Case& c : {Case{0, 0, 1, OV_KEYDB_OPTIMIZE_QUICK, 0, 1},
-                          Case{0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0, 1},
-                          Case{0, 0, 1, 2, 0, 0}, Case{1, 0, 1, 0, 0, 0},
-                          Case{0, 0, 0, 0, 0, 0}, Case{0, 0, 1, 0, 9, 0}})
+    for (const Case& c : {Case{0, 0, 1, OV_KEYDB_OPTIMIZE_QUICK, 0, 1}, Case{0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0, 1},
+                          Case{0, 0, 1, 2, 0, 0}, Case{1, 0, 1, 0, 0, 0}, Case{0, 0, 0, 0, 0, 0}, Case{0, 0, 1, 0, 9, 0}})
         EXPECT_EQ(OvkOptimizeDatabase(c.first, c.second, c.target, c.level, c.reserved),
                   c.expected)
             << c.first << c.second << c.target << c.level << c.reserved;

@@ -97,12 +97,8 @@ TEST_F(KeyTree, PositionMovesTextsAndDataOfAKey)
 
     sKeyData data;
     ASSERT_EQ(DbsGetKeyDataInfo(sicilian, &data), 1);
-    EXPECT_EQ(data.key, sicilian);
-    EXPECT_EQ(data.parent, e4);
-    EXPECT_EQ(data.level, 2);
-    EXPECT_EQ(data.ply, 2);
-    EXPECT_EQ(data.childCount, 1);
-    EXPECT_EQ(data.gameCount, 0);
+    EXPECT_EQ((std::vector<int32_t>{data.key, data.parent, data.level, data.ply, data.childCount, data.gameCount}),
+              (std::vector<int32_t>{sicilian, e4, 2, 2, 1, 0}));
     std::memset(&data, 0x11, sizeof data);
     EXPECT_EQ(DbsGetKeyDataInfo(-3, &data), 0);
     EXPECT_EQ(data.key, 0);
@@ -174,16 +170,15 @@ TEST_F(KeyTree, ViewLinesRelateToTheLineAboveInsideBalancedBrackets)
     ASSERT_EQ(DbsGetHorViewLine(sicilian, &lines[1], &lines[0]), 1);
     ASSERT_EQ(DbsGetHorViewLine(open, &lines[2], &lines[1]), 1);
     EXPECT_EQ(OvkFileAction(0), 1);
-    EXPECT_EQ(lines[0].relation, OV_KEYVIEW_UNRELATED);
-    EXPECT_EQ(lines[0].sharedMoves, 0);
-    EXPECT_EQ(lines[0].childCount, 2);
+    // relation, shared moves, children, moves and level of each line.
+    const auto numbers = [](const sKeyViewLine& l) {
+        return std::vector<int32_t>{l.relation, l.sharedMoves, l.childCount, l.moveCount, l.level};
+    };
+    EXPECT_EQ(numbers(lines[0]), (std::vector<int32_t>{OV_KEYVIEW_UNRELATED, 0, 2, 1, 1}));
+    EXPECT_EQ(numbers(lines[1]), (std::vector<int32_t>{OV_KEYVIEW_CHILD, 1, 1, 2, 2}));
+    EXPECT_EQ(numbers(lines[2]), (std::vector<int32_t>{OV_KEYVIEW_SIBLING, 1, 0, 2, 2}));
     EXPECT_STREQ(lines[0].keycode, "B00");
-    EXPECT_EQ(lines[1].relation, OV_KEYVIEW_CHILD);
-    EXPECT_EQ(lines[1].sharedMoves, 1);
-    EXPECT_EQ(lines[1].moveCount, 2);
-    EXPECT_EQ(lines[1].level, 2);
     EXPECT_STREQ(lines[1].name, "Sicilian");
-    EXPECT_EQ(lines[2].relation, OV_KEYVIEW_SIBLING);
     EXPECT_EQ(lines[2].moves[1], 52 | (36 << 8));
 
     sKeyViewLine line;
