@@ -90,7 +90,9 @@ int32_t UnpackGame(uint32_t game, const void* packed, int32_t mode)
 int32_t IGGameGetStatus(uint32_t game, int32_t number)
 {
     RecordCall("IGGameGetStatus", {FakeArg(game), FakeArg(number)});
-    return number == OvgStatusDeleted && SearchFakes().deleted.contains(SearchFakes().loaded) ? 1 : 0;
+    if (number != OvgStatusDeleted)
+        return FakeResult("IGGameGetStatus", 0);
+    return SearchFakes().deleted.contains(SearchFakes().loaded) ? 1 : 0;
 }
 
 int32_t NewGameErase(uint32_t game) FAKE_ANSWER(NewGameErase, GameIsOpen(game) ? 1 : 0, FakeArg(game))
