@@ -112,6 +112,15 @@ TEST_F(Classification, MovesLooksUpEachPositionWithoutStoppingAtAMiss)
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
     EXPECT_EQ(OvClassifyMoves(Game, nullptr, 3), 0);
+
+    // A set-up game has no key by its moves, and is not moved.
+    ResetFakes();
+    LayOutGame(4, 2);
+    Fakes().results["IGGameGetStatus"] = 1;
+    std::vector<int32_t> keys = {9, 9, 9};
+    EXPECT_EQ(OvClassifyMoves(Game, keys.data(), 3), 0);
+    EXPECT_EQ(keys, (std::vector<int32_t>{0, 0, 0}));
+    EXPECT_EQ(Fakes().games[Game].played, 2);
 }
 
 TEST_F(Classification, PositionLooksUpWithoutMoving)

@@ -141,24 +141,4 @@ TEST_F(KeyedCorpusTest, MovesGameAndPositionTellTheSameKeys)
     }
 }
 
-TEST_F(KeyedCorpusTest, SetUpGamesAreNotClassifiedByMoves)
-{
-    const fs::path pgn = Corpus->directory / "setup.pgn";
-    WriteFile(pgn, "[Event \"e\"]\n[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n\n1. e4 Kd7 *\n");
-    const OvGameFile file = OvCreateGamefile((Corpus->directory / "setup.ovg").c_str());
-    ASSERT_EQ(OvPgnImport(pgn.c_str(), file, 0, nullptr, nullptr, 0), 0);
-    ASSERT_NE(OvReadGame(Corpus->game, file, 1), 0);
-    OvPlayMoves(Corpus->game, 1);
-    int32_t keys[4] = {9, 9, 9, 9};
-    EXPECT_EQ(OvClassifyMoves(Corpus->game, keys, 4), 0);
-    EXPECT_EQ(keys[3], 0);
-    sPosition position;
-    OvGetCurrentPos(Corpus->game, &position);
-    EXPECT_EQ(position.board[28], 9) << "the game has not moved";
-    int32_t reached = -1;
-    EXPECT_EQ(OvClassifyGame(Corpus->game, 10, &reached), 0);
-    EXPECT_EQ(reached, 0);
-    OvCloseGamefile(file);
-}
-
 }  // namespace
