@@ -60,22 +60,17 @@ TEST(CliEncoding, StreamingGivesTheSameTextWhereverThePiecesSplit)
 
 TEST(CliEncoding, DetectorTellsUtf8FromWindows1252)
 {
-    const struct {
-        std::vector<std::string> pieces;
-        bool utf8;
-    } cases[] = {
-        {{"M\xC3\xBCller"}, true},
-        {{"M\xC3", "\xBCller"}, true},  // split inside a character
-        {{"M\xFCller"}, false},         // Windows-1252
-        {{"plain ascii"}, false},       // nothing to decide: read as Windows-1252, the same bytes
-        {{"ok \xC3\xBC then \xFC"}, false},
+    const std::pair<std::vector<std::string>, bool> cases[] = {
+        {{"M\xC3", "\xBCller"}, true},           // split inside a character
+        {{"plain ascii"}, false},                // nothing to decide: read as Windows-1252, the same bytes
+        {{"ok \xC3\xBC then \xFC"}, false},       // one byte that is no UTF-8
         {{"cut \xC3"}, false},
     };
-    for (const auto& c : cases) {
+    for (const auto& [pieces, utf8] : cases) {
         Utf8Detector detector;
-        for (const auto& piece : c.pieces)
+        for (const auto& piece : pieces)
             detector.Feed(piece);
-        EXPECT_EQ(detector.IsUtf8(), c.utf8) << c.pieces.front();
+        EXPECT_EQ(detector.IsUtf8(), utf8) << pieces.front();
     }
 }
 
