@@ -52,26 +52,7 @@ TEST_F(GameWalking, InitialPositionClearsAnUnusableEnPassantFlagTheCurrentOneKee
     EXPECT_EQ(std::memcmp(&again, &current, sizeof again), 0);
     EXPECT_EQ(Fakes().calls,
               (CallLog{"GetInitialPosition(1, ptr)", "IGGameGetBoard(1)", "IGGameGetBoard(1)"}));
-}
-
-TEST_F(GameWalking, NullRecordsAndUnknownBuffers)
-{
-    Fakes().results["GetInitialPosition"] = 2;
     EXPECT_EQ(OvGetInitialPos(game, nullptr), 2) << "null asks for the result alone";
-    EXPECT_EQ(OvGetCurrentPos(game, nullptr), 0);
-    EXPECT_EQ(Fakes().calls, (CallLog{"GetInitialPosition(1, null)"}));
-
-    sPosition untouched{};
-    std::memset(&untouched, 0xEE, sizeof untouched);
-    sPosition position = untouched;
-    EXPECT_EQ(OvGetInitialPos(555, &position), 0);
-    EXPECT_EQ(OvGetCurrentPos(555, &position), 0);
-    EXPECT_EQ(std::memcmp(&position, &untouched, sizeof position), 0);
-    PackedMove moves[4] = {};
-    EXPECT_EQ(OvGetMoves(555, moves, 4), 0);
-    EXPECT_EQ(OvGetNextMove(555), 0);
-    EXPECT_EQ(OvPlayMoves(555, 3), 0);
-    EXPECT_EQ(OvGotoMove(555, 3), 0);
 }
 
 TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
