@@ -182,13 +182,11 @@ TEST_F(OrvanCommands, MullerSurvivesBothEncodingsInAndUtf8Out)
     WriteFile(dir_ / "cp1252.pgn", fmt::format(fmt::runtime(game), "\xFC"));
     ASSERT_EQ(Orvan("import --create games.ovg utf8.pgn cp1252.pgn").code, 0);
 
+    // Both games come out in UTF-8, written as such, not escaped.
     CliRun run = Orvan("search games.ovg --json white^=M");
     EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '{'), 2);
     EXPECT_EQ(run.out.find("M\\u00fcller"), std::string::npos);
-    size_t named = 0;
-    for (size_t at = run.out.find("M\xC3\xBCller"); at != std::string::npos; at = run.out.find("M\xC3\xBCller", at + 1))
-        ++named;
-    EXPECT_EQ(named, 2u) << run.out;
+    EXPECT_NE(run.out.find("M\xC3\xBCller", run.out.find("M\xC3\xBCller") + 1), std::string::npos) << run.out;
 
     // The store's comparison never matches the ü itself: the person is told the way round.
     run = Orvan("search games.ovg white=M\xC3\xBCller");
