@@ -1,17 +1,32 @@
 #include <climits>
 #include <cstring>
 
-#include "gamefiles_fixture.h"
+#include <gtest/gtest.h>
+
+#include "fakes/fake_siblings.h"
+#include "orvan.h"
 
 namespace {
+
+using CallLog = std::vector<std::string>;
 
 constexpr MoveXY E2E4{5, 2, 5, 4, 0};  // PackedMove 0x1C0C
 constexpr MoveXY E7E5{5, 7, 5, 5, 0};  // 0x2434
 constexpr MoveXY G1F3{7, 1, 6, 3, 0};  // 0x1506
 
-class GameWalking : public FakeGameBufferTest {
+// With one game buffer allocated through the library and the log cleared.
+class GameWalking : public ::testing::Test {
 protected:
+    void SetUp() override
+    {
+        ResetFakes();
+        game = OvAllocGameBuffer();
+        Fakes().calls.clear();
+    }
+    void TearDown() override { ResetFakes(); }
     FakeGame& Game() { return Fakes().games[game]; }
+
+    OvGameBuffer game = 0;
 };
 
 // A board with the kings on e1 and e8, a black pawn that has just made the
