@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -24,23 +25,6 @@ std::string ReadFile(const fs::path& path)
     std::stringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-// Captures what a function prints to a C stream.
-template <typename Print>
-std::string Captured(Print&& print)
-{
-    std::FILE* stream = std::tmpfile();
-    print(stream);
-    std::fflush(stream);
-    std::rewind(stream);
-    std::string text;
-    char buffer[512];
-    size_t got = 0;
-    while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0)
-        text.append(buffer, got);
-    std::fclose(stream);
-    return text;
 }
 
 TEST(CliPgnGameCounter, CountsTagSectionsWhereverThePiecesSplit)
@@ -122,7 +106,13 @@ TEST_F(CliFiles, PgnSourceConvertsUtf8AndPassesWindows1252On)
 TEST(CliTable, ColumnsLineUpByCharactersNotBytes)
 {
     const Table table{{"White", "Elo"}, {{"M\xC3\xBCller", "2500"}, {"Tal", "2700"}}};
-    const std::string text = Captured([&](std::FILE* out) { PrintTable(out, table); });
+    char* printed = nullptr;
+    size_t size = 0;
+    std::FILE* out = open_memstream(&printed, &size);
+    PrintTable(out, table);
+    std::fclose(out);
+    const std::string text(printed, size);
+    std::free(printed);
     EXPECT_EQ(text,
               "White   Elo\n"
               "------  ----\n"
