@@ -7,6 +7,13 @@
 
 namespace {
 
+// The handle of node `index` of game buffer `game`'s move tree: 0 is the root,
+// n the n-th move of the main line.
+uint32_t FakeMoveHandle(uint32_t game, int32_t index)
+{
+    return (game << 16) | static_cast<uint32_t>(index);
+}
+
 FakeGame* FindGame(uint32_t game)
 {
     auto found = Fakes().games.find(game);
@@ -35,7 +42,7 @@ int32_t IGRemoveGameDriver(void) FAKE_ANSWER(IGRemoveGameDriver, 0, )
 int32_t OvgGetVersion(uint32_t* version, uint32_t* second)
 {
     Fakes().calls.push_back("OvgGetVersion");
-    return FakeVersion(version, second, Fakes().gameVersionWord, Fakes().gameVersionResult);
+    return FakeVersion(version, second, Fakes().gameVersionWord, 1);
 }
 
 // ---- Game files ----

