@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <future>
 #include <string>
 #include <vector>
@@ -93,17 +94,61 @@ TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
                                   "GetGameHeader(1, #1, 0, 1)", "IGGamePutSourceLoadnumber(1, 1)",
                                   "IGGameGetStatus(1, 0)", "callback(1, 1, 1)", "callback(0, 1, 1)",
                                   "IGGameCloseGame(1)", "OvgFileAction(100, 0)"}));
+}
 
-    Reset(0);
-    SearchAllHeaders();
-    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), 1u) << "an empty file is still asked once";
-    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 0)"}));
-
-    Reset(300);
-    Fakes().results["OvgReadGames"] = -1;
-    SearchAllHeaders();
-    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 300)", "callback(0, 300, 300)"}))
-        << "a failed read ends the search as if the file had ended";
+// Each row sets up the fakes and the host, runs a search and names the
+// callback calls it must make, and how many batch reads.
+TEST_F(SearchProtocol, CallbackCallsOfEachSearch)
+{
+    struct Row {
+        const char* name;
+        int32_t games;
+        std::function<void()> setUp;
+        std::function<void()> search;
+        Log callbacks;
+        size_t reads;
+    };
+    const auto headers = [] { SearchAllHeaders(); };
+    const auto keyGames = [] {
+        SearchFakes().keyGames = {5, 9, 31};
+        OvSearchKeyGames(File, 12, &Record, User);
+    };
+    const auto positions = [](int32_t includeDeleted) {
+        return [includeDeleted] {
+            SearchFakes().hits = {2, 3, 4};
+            SearchFakes().deleted = {3};
+            OvSearchPosGames(File, &StartPosition, includeDeleted, &Record, User);
+        };
+    };
+    const Row rows[] = {
+        {"an empty file is still asked once", 0, [] {}, headers, {"callback(0, 0, 0)", "callback(0, 0, 0)"}, 1},
+        {"a failed read ends the search as if the file had ended", 300,
+         [] { Fakes().results["OvgReadGames"] = -1; }, headers, {"callback(0, 0, 300)", "callback(0, 300, 300)"}, 1},
+        {"stop at the first hit", 250, [] { host.stopAt = 1; SearchFakes().deleted = {2, 3, 4}; }, headers,
+         {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 250, 250)"}, 1},
+        {"stop at progress", 250,
+         [] { host.stopAt = 2; SearchFakes().deleted = {2, 3, 4}; TickPerGame(2000); }, headers,
+         {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 2, 250)", "callback(0, 250, 250)"}, 1},
+        {"the start call's result does not count", 2, [] { host.stopAt = 0; }, headers,
+         {"callback(0, 0, 2)", "callback(1, 1, 2)", "callback(1, 2, 2)", "callback(0, 2, 2)"}, 1},
+        {"position search skips deleted games", 4, [] {}, positions(0), {"callback(0, 0, 4)", "callback(1, 2, 4)",
+                                                                         "callback(1, 4, 4)", "callback(0, 4, 4)"}, 1},
+        {"position search with deleted games", 4, [] {}, positions(1),
+         {"callback(0, 0, 4)", "callback(1, 2, 4)", "callback(1, 3, 4)", "callback(1, 4, 4)", "callback(0, 4, 4)"}, 1},
+        {"key games come from the key database without reading", 40, [] {}, keyGames,
+         {"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)", "callback(1, 31, 40)",
+          "callback(0, 40, 40)"}, 0},
+        {"key games stop at a hit", 40, [] { host.stopAt = 1; }, keyGames,
+         {"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Reset(row.games);
+        row.setUp();
+        row.search();
+        EXPECT_EQ(FakeCallsStartingWith("callback"), row.callbacks);
+        EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), row.reads);
+    }
 }
 
 TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
@@ -151,34 +196,6 @@ TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecondWithoutHits)
     }
 }
 
-TEST_F(SearchProtocol, StopAtHitOrProgressStillEnds)
-{
-    struct Case {
-        const char* name;
-        int stopAt;
-        uint32_t step;
-        Log expected;
-    };
-    const Case cases[] = {
-        {"first hit", 1, 0, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 250, 250)"}},
-        {"progress", 2, 2000, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 2, 250)", "callback(0, 250, 250)"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Reset(250);
-        host.stopAt = c.stopAt;
-        SearchFakes().deleted = {2, 3, 4};
-        TickPerGame(c.step);
-        SearchAllHeaders();
-        EXPECT_EQ(FakeCallsStartingWith("callback"), c.expected);
-        EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
-    }
-    Reset(250);
-    host.stopAt = 0;
-    SearchAllHeaders();
-    EXPECT_EQ(FakeCallsStartingWith("callback")[2], "callback(1, 2, 250)") << "the start call's result does not count";
-}
-
 TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
 {
     Reset(3);
@@ -197,8 +214,6 @@ TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
 TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
 {
     Reset(4);
-    SearchFakes().hits = {2, 3, 4};
-    SearchFakes().deleted = {3};
     sPosition start = StartPosition;
     start.epSquare = 20;  // e3: no capture possible, cleared on the copy
     const sPosition before = start;
@@ -208,33 +223,17 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
               (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
                    "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
         << "the standard start is set by erasing, not put";
-    EXPECT_EQ(FakeCallsStartingWith("callback(1"), (Log{"callback(1, 2, 4)", "callback(1, 4, 4)"}));
     EXPECT_TRUE(FakeCallsStartingWith("IGGamePutSourceLoadnumber").empty());
-
-    Reset(4);
-    SearchFakes().hits = {2, 3, 4};
-    SearchFakes().deleted = {3};
-    OvSearchPosGames(File, &start, 1, &Record, User);
-    EXPECT_EQ(FakeCallsStartingWith("callback(1").size(), 3u);
 }
 
-TEST_F(SearchProtocol, KeyGameSearchHitsUnderTheLockWithoutReading)
+TEST_F(SearchProtocol, KeyGameSearchCallsTheHostUnderTheLock)
 {
     Reset(40);
     SearchFakes().keyGames = {5, 9, 31};
     host.checkLock = true;
     OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)",
-                                                  "callback(1, 31, 40)", "callback(0, 40, 40)"}));
     EXPECT_FALSE(host.lockFreeInCalls) << "hit calls come with the lock held";
     EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
-    EXPECT_TRUE(FakeCallsStartingWith("OvgReadGames").empty());
-
-    Reset(40);
-    SearchFakes().keyGames = {5, 9, 31};
-    host.stopAt = 1;
-    OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(FakeCallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}));
 }
 
 TEST_F(SearchProtocol, DispatchByKind)
