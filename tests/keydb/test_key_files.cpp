@@ -107,16 +107,22 @@ TEST_F(KeyDatabaseFiles, StatusAndKeysSurviveReopening)
     ASSERT_EQ(OvkFileAction(0), 1);
     ASSERT_EQ(DbsAdjustDeletedGames(3), 1);
     ASSERT_EQ(DbsAdjustDeletedGames(-1), 1);
+    // Of two keys with the same position the lowest is found, before and after reopening.
+    BoardLine line = PlayLine({"d2d4", "d7d5"});
+    const int32_t again = ovkey::AddKey({"D01", "Closed game again", "", &line.board, d4, line.moves});
+    ASSERT_GT(again, d5);
+    int32_t key = 0;
+    EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
+    EXPECT_EQ(key, d5);
     EXPECT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_BUSY);
     ASSERT_EQ(IDCloseBase(0), 1);
     ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
 
     EXPECT_EQ(DbsGetDatabaseDepth(), 4);
-    BoardLine line = PlayLine({"d2d4", "d7d5"});
-    int32_t key = 0;
+    key = 0;
     EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
     EXPECT_EQ(key, d5);
-    EXPECT_EQ(OvkGetNextKey(d5, OV_KEYORDER_TREE), e4);
+    EXPECT_EQ(OvkGetNextKey(d5, OV_KEYORDER_TREE), again);
     EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileHasDeleted);
     ASSERT_EQ(DbsAdjustDeletedGames(-5), 1);
     EXPECT_EQ(DbsFileStatus(0), OvgFileOpen) << "no deleted game left";
