@@ -34,20 +34,6 @@ uint8_t Square(char file, char rank)
 
 }  // namespace
 
-ScratchDirectory::ScratchDirectory()
-{
-    std::string pattern = (std::filesystem::temp_directory_path() / "keydb-XXXXXX").string();
-    if (mkdtemp(pattern.data()) != nullptr)
-        path_ = pattern;
-}
-
-ScratchDirectory::~ScratchDirectory()
-{
-    std::error_code ignored;
-    if (!path_.empty())
-        std::filesystem::remove_all(path_, ignored);
-}
-
 BoardLine PlayLine(std::initializer_list<const char*> moves)
 {
     BoardLine line;

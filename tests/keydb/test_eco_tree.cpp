@@ -43,7 +43,7 @@ protected:
     }
     void TearDown() override { IDCloseBase(0); }
 
-    ScratchDirectory scratch;
+    TempDir scratch;
     std::string gameFile;
     std::string text;
 };

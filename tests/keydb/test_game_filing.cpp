@@ -2,7 +2,7 @@
 // main line, listed and visited by key, kept across reopening.
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <string>
 #include <vector>
 
 #include "keydb/key_test_support.h"
@@ -29,14 +29,10 @@ protected:
     }
 
     // Builds a game of coordinate moves in the buffer and stores it.
-    int32_t Save(std::initializer_list<const char*> moves)
+    int32_t Save(const std::vector<std::string>& moves)
     {
         EXPECT_EQ(NewGameErase(game), 1);
-        for (const char* move : moves) {
-            MoveXY xy{move[0] - 'a' + 1, move[1] - '0', move[2] - 'a' + 1, move[3] - '0', 0};
-            EXPECT_NE(LegalMove(game, &xy), 0) << move;
-            EXPECT_EQ(AcceptMove(game, &xy), 1) << move;
-        }
+        EXPECT_EQ(Play(game, moves), int(moves.size()));
         return OvkSaveToDatabase(game, file, 0, 0, 1);
     }
 

@@ -17,7 +17,7 @@ namespace {
 
 TEST(KeyDatabaseOpen, BadArgumentsAndPathsAreRefused)
 {
-    ScratchDirectory scratch;
+    TempDir scratch;
     const std::string missing = scratch.Path() + "/missing.ovg";
     const std::string noDirectory = scratch.Path() + "/no/such/dir/games.ovg";
     struct Case {
@@ -40,7 +40,7 @@ TEST(KeyDatabaseOpen, BadArgumentsAndPathsAreRefused)
 
 TEST(KeyDatabaseOpen, MissingOrGarbageKeyFilesAreRefused)
 {
-    ScratchDirectory scratch;
+    TempDir scratch;
     const std::string path = scratch.Path() + "/games.ovg";
     const std::string tree = scratch.Path() + "/OvIndex/games.ovg.okt";
     ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
