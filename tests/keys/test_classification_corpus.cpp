@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr int PrefixGames = 3000;
 
 struct KeyedCorpus {
-    ScratchDirectory scratch;
+    TempDir scratch;
     fs::path directory{scratch.Path()};
     fs::path prefix;
     OvGameFile file = 0;

@@ -79,7 +79,7 @@ std::vector<int32_t> SortableKinds()
 }
 
 struct SortedCorpus {
-    ScratchDirectory scratch;
+    TempDir scratch;
     fs::path directory{scratch.Path()};
     OvGameFile file = 0;
     OvGameBuffer game = 0;
