@@ -15,6 +15,7 @@
 #include "search/corpus_support.h"
 #include "siblings/game_driver.h"
 #include "siblings/key_database.h"
+#include "tests/store/store_helpers.h"
 
 namespace {
 
@@ -23,17 +24,13 @@ namespace fs = std::filesystem;
 constexpr int PrefixGames = 800;
 
 constexpr PackedMove Move(int from, int to) { return static_cast<PackedMove>(from | (to << 8)); }
-constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36, B1 = 1, C3 = 18;
+constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36;
 
 // Plays coordinate moves from the start in a fresh game buffer.
-void PlayFromStart(OvGameBuffer game, std::initializer_list<PackedMove> moves)
+void PlayFromStart(OvGameBuffer game, const std::vector<std::string>& moves)
 {
     NewGameErase(game);
-    for (const PackedMove move : moves) {
-        MoveXY xy{(move & 7) + 1, ((move >> 3) & 7) + 1, ((move >> 8) & 7) + 1, ((move >> 11) & 7) + 1, 0};
-        ASSERT_NE(LegalMove(game, &xy), 0);
-        ASSERT_EQ(AcceptMove(game, &xy), 1);
-    }
+    ASSERT_EQ(Play(game, moves), int(moves.size()));
 }
 
 class KeySearches : public ::testing::Test {
@@ -61,7 +58,7 @@ protected:
         ASSERT_EQ(OvGetGamesCount(file), PrefixGames);
 
         game = OvAllocGameBuffer();
-        PlayFromStart(game, {Move(E2, E4), Move(C7, C5)});
+        PlayFromStart(game, {"e2e4", "c7c5"});
         ASSERT_NE(OvkFindPosition(IGGameGetBoard(game), &sicilian), 0);
     }
     void TearDown() override
@@ -106,7 +103,7 @@ protected:
 
 TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
 {
-    PlayFromStart(game, {Move(E2, E4), Move(C7, C5), Move(B1, C3)});
+    PlayFromStart(game, {"e2e4", "c7c5", "b1c3"});
     sPosition wanted;
     OvGetCurrentPos(game, &wanted);
     Hits hits;
