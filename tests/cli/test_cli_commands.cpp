@@ -87,7 +87,10 @@ TEST_F(OrvanCommands, ImportExportSearchRoundTrip)
     ASSERT_EQ(Orvan("export again.ovg -o twice.pgn").code, 0);
     EXPECT_TRUE(ReadFile(dir_ / "all.pgn") == ReadFile(dir_ / "twice.pgn"));
 
-    ASSERT_EQ(Orvan("delete again.ovg 1-3").code, 0);
+    EXPECT_NE(Orvan("delete again.ovg 1-3").out.find("deleted 3 games"), std::string::npos);
+    run = Orvan("stats again.ovg");
+    EXPECT_NE(run.out.find(fmt::format("{} games counted, 3 marked deleted", kSampleGames - 3)), std::string::npos)
+        << run.out;
     EXPECT_EQ(Orvan("search again.ovg round=2").code, 1);
     run = Orvan("search again.ovg --include-deleted round=2");
     EXPECT_NE(run.out.find("2D"), std::string::npos) << run.out;
@@ -129,6 +132,7 @@ TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
         // After 1. d4 c6 2. Nd2 only the first game stands here.
         {"search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'", 0, "1 game\n"},
         {"search games.ovg white=Nobody", 1, "0 games"},
+        {"search games.ovg --json result=0-1", 0, "\"result\": \"0-1\""},
         {"show games.ovg 1 --ply 3", 0, "(1... d5 2. c4 {the Queen's Gambit})"},
         {"show games.ovg 1 --ply 3", 0, "2  P P P N P P P P"},
         {"show games.ovg 1 --ply 3", 0, "FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"},
@@ -136,6 +140,7 @@ TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
         {"export games.ovg round=5", 0, "[Round \"5\"]"},
         {"stats games.ovg", 0, "1950s"},
         {"stats games.ovg", 0, "ECO families"},
+        {"stats games.ovg", 0, "####"},
         {"search missing.ovg", 3, "orvan search: missing.ovg: no such file"},
         {"search notes.txt", 3, "orvan search: notes.txt: not a game file"},
         {"import games.ovg missing.pgn", 3, "orvan import: missing.pgn: no such file"},
