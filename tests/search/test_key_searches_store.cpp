@@ -3,10 +3,8 @@
 // the key database's own game lists and a walk through each game.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -39,9 +37,7 @@ protected:
     {
         if (!fs::exists(CorpusPath))
             GTEST_SKIP() << "corpus not found at " << CorpusPath;
-        char pattern[] = "/tmp/search-keys-XXXXXX";
-        directory = mkdtemp(pattern);
-        const fs::path gamePath = directory / "games.ovg";
+        const std::string gamePath = directory.File("games.ovg");
         ASSERT_EQ(OvOpenDatabase(gamePath.c_str(), OV_KEYDB_CREATE), 1);
         const std::vector<ovkey::EcoLine> lines = {
             {"B20", "Sicilian", {Move(E2, E4), Move(C7, C5)}},
@@ -50,7 +46,7 @@ protected:
         };
         ASSERT_EQ(ovkey::BuildEcoTree(lines).keys, 4);
 
-        const fs::path pgnPath = directory / "prefix.pgn";
+        const std::string pgnPath = directory.File("prefix.pgn");
         CopyCorpusPrefix(pgnPath, PrefixGames);
         file = OvOpenGamefile(gamePath.c_str());
         ASSERT_NE(file, 0u);
@@ -68,8 +64,6 @@ protected:
         if (file != 0)
             OvCloseGamefile(file);
         OvCloseDatabase(0);
-        if (!directory.empty())
-            fs::remove_all(directory);
     }
 
     std::vector<int32_t> GamesOfKey(int32_t key) const
@@ -95,7 +89,7 @@ protected:
         return reached;
     }
 
-    fs::path directory;
+    TempDir directory;
     OvGameFile file = 0;
     OvGameBuffer game = 0;
     int32_t sicilian = 0;

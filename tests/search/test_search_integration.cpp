@@ -17,6 +17,7 @@
 #include "pgn/write/fen_writer.h"
 #include "search/corpus_support.h"
 #include "search/query_builder.h"
+#include "tests/store/store_helpers.h"
 
 namespace {
 
@@ -26,8 +27,8 @@ const char* const PgnExtract = "/usr/games/pgn-extract";
 constexpr int PrefixGames = 2000;
 
 struct Corpus {
-    fs::path directory;
-    fs::path pgnPath;
+    TempDir directory;
+    std::string pgnPath = directory.File("prefix.pgn");
     std::vector<Tags> games;  // game n is games[n - 1]
     OvGameFile file = 0;
 };
@@ -73,11 +74,8 @@ protected:
         if (!fs::exists(CorpusPath))
             return;
         auto* corpus = new Corpus;
-        char pattern[] = "/tmp/search-test-XXXXXX";
-        corpus->directory = mkdtemp(pattern);
-        corpus->pgnPath = corpus->directory / "prefix.pgn";
         corpus->games = CopyCorpusPrefix(corpus->pgnPath, PrefixGames);
-        corpus->file = OvCreateGamefile((corpus->directory / "prefix.ovg").c_str());
+        corpus->file = OvCreateGamefile(corpus->directory.File("prefix.ovg").c_str());
         OvPgnImport(corpus->pgnPath.c_str(), corpus->file, 0, nullptr, nullptr, 0);
         TheCorpus = corpus;
     }
@@ -86,7 +84,6 @@ protected:
         if (TheCorpus == nullptr)
             return;
         OvCloseGamefile(TheCorpus->file);
-        fs::remove_all(TheCorpus->directory);
         delete TheCorpus;
         TheCorpus = nullptr;
     }
@@ -167,10 +164,10 @@ int CountWithPgnExtract(const sPosition& position)
     PositionToFen(position, 0, fen);
     std::string board(fen);
     board = board.substr(0, board.find(' ', board.find(' ') + 1));  // placement and side to move
-    const fs::path criteria = TheCorpus->directory / "criteria.txt";
+    const std::string criteria = TheCorpus->directory.File("criteria.txt");
     std::ofstream(criteria) << "FENPattern \"" << board << "\"\n";
-    const std::string command = std::string(PgnExtract) + " -s -t " + criteria.string() + " " +
-                                TheCorpus->pgnPath.string() + " 2>/dev/null";
+    const std::string command = std::string(PgnExtract) + " -s -t " + criteria + " " +
+                                TheCorpus->pgnPath + " 2>/dev/null";
     FILE* pipe = popen(command.c_str(), "r");
     if (pipe == nullptr)
         return -1;
