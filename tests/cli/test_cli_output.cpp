@@ -9,7 +9,6 @@
 #include <sstream>
 #include <string>
 
-#include "cli/cli_error.h"
 #include "cli/pgn_source.h"
 #include "cli/table.h"
 #include "cli/temp_file.h"
@@ -77,30 +76,6 @@ TEST_F(CliFiles, TempFileAppearsOnlyWhenCommitted)
     }
     EXPECT_EQ(ReadFile(target), "whole");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
-}
-
-TEST_F(CliFiles, PgnSourceConvertsUtf8AndPassesWindows1252On)
-{
-    const fs::path utf8 = dir_ / "utf8.pgn", cp1252 = dir_ / "cp1252.pgn";
-    std::ofstream(utf8, std::ios::binary) << "[White \"M\xC3\xBCller\"]\n\n1. e4 *\n";
-    std::ofstream(cp1252, std::ios::binary) << "[White \"M\xFCller\"]\n\n1. e4 *\n";
-
-    const PgnSource fromUtf8(utf8.string(), Encoding::Auto);
-    EXPECT_EQ(fromUtf8.Found(), Encoding::Utf8);
-    EXPECT_NE(fromUtf8.LibraryPath(), utf8.string());
-    EXPECT_EQ(ReadFile(fromUtf8.LibraryPath()), ReadFile(cp1252));
-    EXPECT_EQ(fromUtf8.GameCount(), 1);
-
-    const PgnSource from1252(cp1252.string(), Encoding::Auto);
-    EXPECT_EQ(from1252.Found(), Encoding::Windows1252);
-    EXPECT_EQ(from1252.LibraryPath(), cp1252.string());
-
-    try {
-        PgnSource missing((dir_ / "missing.pgn").string(), Encoding::Auto);
-        ADD_FAILURE() << "a missing file was accepted";
-    } catch (const CliError& error) {
-        EXPECT_EQ(error.Code(), kExitBadInput);
-    }
 }
 
 TEST(CliTable, ColumnsLineUpByCharactersNotBytes)
