@@ -69,164 +69,83 @@ protected:
     std::string db_;
 };
 
-TEST_F(OrvanCommands, ImportStoresTheSampleAndReportsCounts)
+// Import, export and reimport keep every game's text; deletion marks hide
+// games from search and export until undeleted.
+TEST_F(OrvanCommands, ImportExportSearchRoundTrip)
 {
     ASSERT_EQ(Orvan("create games.ovg").code, 0);
-    const CliRun run = Orvan(fmt::format("import games.ovg '{}' '{}'", kSample, kSample));
+    CliRun run = Orvan(fmt::format("import games.ovg '{}' '{}'", kSample, kSample));
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_NE(run.out.find(fmt::format("games.ovg: {} games", 2 * kSampleGames)), std::string::npos) << run.out;
     // Not a terminal: plain lines with the counts, no bar.
     EXPECT_NE(run.err.find(fmt::format("sample.pgn: {} games stored, 0 skipped", kSampleGames)), std::string::npos)
         << run.err;
     EXPECT_EQ(run.err.find('\r'), std::string::npos);
+
+    ASSERT_EQ(Orvan("export games.ovg --games 1-36 -o all.pgn").code, 0);
+    ASSERT_EQ(Orvan("import --create again.ovg all.pgn").code, 0);
+    ASSERT_EQ(Orvan("export again.ovg -o twice.pgn").code, 0);
+    EXPECT_TRUE(ReadFile(dir_ / "all.pgn") == ReadFile(dir_ / "twice.pgn"));
+
+    EXPECT_NE(Orvan("delete again.ovg 1-3").out.find("deleted 3 games"), std::string::npos);
+    run = Orvan("stats again.ovg");
+    EXPECT_NE(run.out.find(fmt::format("{} games counted, 3 marked deleted", kSampleGames - 3)), std::string::npos)
+        << run.out;
+    EXPECT_EQ(Orvan("search again.ovg round=2").code, 1);
+    run = Orvan("search again.ovg --include-deleted round=2");
+    EXPECT_NE(run.out.find("2D"), std::string::npos) << run.out;
+    EXPECT_EQ(Orvan("export again.ovg").out.find("[Round \"2\"]"), std::string::npos);
+    ASSERT_EQ(Orvan("undelete again.ovg 2").code, 0);
+    EXPECT_EQ(Orvan("search again.ovg round=2").code, 0);
 }
 
-TEST_F(OrvanCommands, ImportCountsTheGamesItSkips)
+// Each command on the sample file, or on bad input: its exit code, and a
+// fragment of what it prints; errors take at most two lines.
+TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
 {
+    ImportSample();
+    const std::string game = "[Event \"E\"]\n[White \"M{}ller\"]\n[Black \"B\"]\n[Result \"1-0\"]\n\n1. e4 e5 1-0\n";
+    WriteFile(dir_ / "utf8.pgn", fmt::format(fmt::runtime(game), "\xC3\xBC"));
+    WriteFile(dir_ / "cp1252.pgn", fmt::format(fmt::runtime(game), "\xFC"));
+    WriteFile(dir_ / "notes.txt", "just some text\n");
     // The second game has no moves and a FEN that is no position: the reader skips it.
     WriteFile(dir_ / "two.pgn",
               "[White \"A\"]\n\n1. e4 e5 1-0\n\n[White \"B\"]\n[SetUp \"1\"]\n[FEN \"garbage\"]\n\n*\n\n"
               "[White \"C\"]\n\n1. d4 d5 0-1\n");
-    const CliRun run = Orvan("import --create games.ovg two.pgn");
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.err.find("2 games stored, 1 skipped"), std::string::npos) << run.err;
-}
-
-TEST_F(OrvanCommands, SearchFindsByHeaderAndByPosition)
-{
-    ImportSample();
-    CliRun run = Orvan("search games.ovg white~ller");
-    EXPECT_EQ(run.code, 0);
-    EXPECT_NE(run.out.find("Müller"), std::string::npos) << run.out;
-
-    run = Orvan("search games.ovg --json result=1-0");
-    ASSERT_EQ(run.code, 0);
-    const size_t hits = static_cast<size_t>(std::count(run.out.begin(), run.out.end(), '{'));
-    EXPECT_GT(hits, 0u);
-    EXPECT_EQ(run.out.find("\"result\": \"0-1\""), std::string::npos);
-    EXPECT_EQ(static_cast<size_t>(std::count(run.out.begin(), run.out.end(), '}')), hits);
-
-    // After 1. d4 c6 2. Nd2 only the first game stands here.
-    run = Orvan("search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'");
-    EXPECT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find("1 game\n"), std::string::npos) << run.out;
-
-    run = Orvan("search games.ovg white=Nobody");
-    EXPECT_EQ(run.code, 1);
-    EXPECT_NE(run.out.find("0 games"), std::string::npos);
-}
-
-TEST_F(OrvanCommands, ShowPrintsHeaderMovesAndBoard)
-{
-    ImportSample();
-    const CliRun run = Orvan("show games.ovg 1 --ply 3");
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find("Annotator Orvan team"), std::string::npos) << run.out;
-    EXPECT_NE(run.out.find("(1... d5 2. c4 {the Queen's Gambit})"), std::string::npos);
-    EXPECT_NE(run.out.find("13. Bg5 $1"), std::string::npos);
-    EXPECT_NE(run.out.find("2  P P P N P P P P"), std::string::npos);
-    EXPECT_NE(run.out.find("FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"), std::string::npos);
-}
-
-TEST_F(OrvanCommands, ExportWritesAllARangeOrHitsAndReimportsTheSame)
-{
-    ImportSample();
-    CliRun run = Orvan("export games.ovg -o all.pgn");
-    ASSERT_EQ(run.code, 0) << run.err;
-    run = Orvan("import --create again.ovg all.pgn");
-    EXPECT_NE(run.out.find(fmt::format("again.ovg: {} games", kSampleGames)), std::string::npos) << run.out;
-    // The round trip through the store keeps every game's text.
-    ASSERT_EQ(Orvan("export again.ovg -o twice.pgn").code, 0);
-    EXPECT_TRUE(ReadFile(dir_ / "all.pgn") == ReadFile(dir_ / "twice.pgn"));
-
-    run = Orvan("export games.ovg --games 2-4");
-    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n') > 0, true);
-    EXPECT_EQ(run.out.find("[Round \"1\"]"), std::string::npos);
-    EXPECT_NE(run.out.find("[Round \"4\"]"), std::string::npos);
-
-    run = Orvan("export games.ovg round=5");
-    EXPECT_NE(run.out.find("[Round \"5\"]"), std::string::npos);
-    EXPECT_EQ(run.out.find("[Round \"4\"]"), std::string::npos);
-}
-
-TEST_F(OrvanCommands, DeleteAndUndeleteMarkGamesForSearchExportAndStats)
-{
-    ImportSample();
-    CliRun run = Orvan("delete games.ovg 1-3");
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find("deleted 3 games"), std::string::npos);
-
-    run = Orvan("stats games.ovg");
-    EXPECT_NE(run.out.find(fmt::format("{} games counted, 3 marked deleted", kSampleGames - 3)), std::string::npos)
-        << run.out;
-    run = Orvan("search games.ovg round=2");
-    EXPECT_EQ(run.code, 1);
-    run = Orvan("search games.ovg --include-deleted round=2");
-    EXPECT_EQ(run.code, 0);
-    EXPECT_NE(run.out.find("2D"), std::string::npos) << run.out;
-    run = Orvan("export games.ovg");
-    EXPECT_EQ(run.out.find("[Round \"2\"]"), std::string::npos);
-
-    ASSERT_EQ(Orvan("undelete games.ovg 2").code, 0);
-    run = Orvan("search games.ovg round=2");
-    EXPECT_EQ(run.code, 0);
-}
-
-TEST_F(OrvanCommands, StatsDrawsHistogramsOfResultsFamiliesAndYears)
-{
-    ImportSample();
-    const CliRun run = Orvan("stats games.ovg");
-    ASSERT_EQ(run.code, 0) << run.err;
-    for (const char* part : {"Results", "1/2", "ECO families", "  A ", "Years", "1950s", "####"})
-        EXPECT_NE(run.out.find(part), std::string::npos) << part << "\n" << run.out;
-}
-
-TEST_F(OrvanCommands, MullerSurvivesBothEncodingsInAndUtf8Out)
-{
-    const std::string game = "[Event \"E\"]\n[White \"M{}ller\"]\n[Black \"B\"]\n[Result \"1-0\"]\n\n1. e4 e5 1-0\n";
-    WriteFile(dir_ / "utf8.pgn", fmt::format(fmt::runtime(game), "\xC3\xBC"));
-    WriteFile(dir_ / "cp1252.pgn", fmt::format(fmt::runtime(game), "\xFC"));
-    ASSERT_EQ(Orvan("import --create games.ovg utf8.pgn cp1252.pgn").code, 0);
-
-    CliRun run = Orvan("search games.ovg --json white^=M");
-    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '{'), 2);
-    EXPECT_EQ(run.out.find("M\\u00fcller"), std::string::npos);
-    size_t named = 0;
-    for (size_t at = run.out.find("M\xC3\xBCller"); at != std::string::npos; at = run.out.find("M\xC3\xBCller", at + 1))
-        ++named;
-    EXPECT_EQ(named, 2u) << run.out;
-
-    // The store's comparison never matches the ü itself: the person is told the way round.
-    run = Orvan("search games.ovg white=M\xC3\xBCller");
-    EXPECT_NE(run.err.find("white~ller"), std::string::npos) << run.err;
-
-    run = Orvan("export games.ovg");
-    EXPECT_NE(run.out.find("[White \"M\xC3\xBCller\"]"), std::string::npos);
-    run = Orvan("export games.ovg --encoding windows-1252");
-    EXPECT_NE(run.out.find("[White \"M\xFCller\"]"), std::string::npos);
-
-    // A Windows-1252 file read as UTF-8 by choice keeps no wrong bytes.
-    ASSERT_EQ(Orvan("import --create forced.ovg --encoding utf-8 cp1252.pgn").code, 0);
-    run = Orvan("export forced.ovg");
-    EXPECT_NE(run.out.find("[White \"M?ller\"]"), std::string::npos) << run.out;
-}
-
-TEST_F(OrvanCommands, BadInputGetsOneLineAndAnExitCode)
-{
-    ImportSample();
-    WriteFile(dir_ / "notes.txt", "just some text\n");
     const struct {
         std::string arguments;
         int code;
-        const char* says;
+        std::string says;
     } cases[] = {
+        {"import --create two.ovg two.pgn", 0, "2 games stored, 1 skipped"},
+        {"import --create enc.ovg utf8.pgn cp1252.pgn", 0, "enc.ovg: 2 games"},
+        // Both encodings come out in UTF-8, not escaped; on request in Windows-1252.
+        {"export enc.ovg --games 2", 0, "[White \"M\xC3\xBCller\"]"},
+        {"search enc.ovg --json white^=M", 0, "\"white\": \"M\xC3\xBCller\""},
+        {"export enc.ovg --games 1 --encoding windows-1252", 0, "[White \"M\xFCller\"]"},
+        // The store's comparison never matches the \xC3\xBC itself: the person is told the way round.
+        {"search enc.ovg white=M\xC3\xBCller", 1, "white~ller"},
+        // A Windows-1252 file read as UTF-8 by choice keeps no wrong bytes.
+        {"import --create forced.ovg --encoding utf-8 cp1252.pgn", 0, "forced.ovg: 1 game"},
+        {"export forced.ovg", 0, "[White \"M?ller\"]"},
+        {"search games.ovg white~ller", 0, "M\xC3\xBCller"},
+        // After 1. d4 c6 2. Nd2 only the first game stands here.
+        {"search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'", 0, "1 game\n"},
+        {"search games.ovg white=Nobody", 1, "0 games"},
+        {"search games.ovg --json result=0-1", 0, "\"result\": \"0-1\""},
+        {"show games.ovg 1 --ply 3", 0, "(1... d5 2. c4 {the Queen's Gambit})"},
+        {"show games.ovg 1 --ply 3", 0, "2  P P P N P P P P"},
+        {"show games.ovg 1 --ply 3", 0, "FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"},
+        {"export games.ovg --games 2-4", 0, "[Round \"4\"]"},
+        {"export games.ovg round=5", 0, "[Round \"5\"]"},
+        {"stats games.ovg", 0, "1950s"},
+        {"stats games.ovg", 0, "ECO families"},
+        {"stats games.ovg", 0, "####"},
         {"search missing.ovg", 3, "orvan search: missing.ovg: no such file"},
         {"search notes.txt", 3, "orvan search: notes.txt: not a game file"},
-        {fmt::format("show '{}' 1", kSample), 3, "not a game file"},
         {"import games.ovg missing.pgn", 3, "orvan import: missing.pgn: no such file"},
         {"import nothere.ovg notes.txt", 3, "nothere.ovg: no such file"},
         {"search games.ovg --fen '8/8/8/8/8/8/8/8 w - -'", 2, "bad FEN '8/8/8/8/8/8/8/8 w - -': a king is missing"},
-        {"search games.ovg --fen 'rnbqkbnr w'", 2, "bad FEN"},
         {"search games.ovg colour=white", 2, "bad condition 'colour=white': unknown field 'colour'"},
         {"search games.ovg white=A --fen '4k3/8/8/8/8/8/8/4K3 w - -'", 2, "give one of header conditions, --fen or --key"},
         {"search games.ovg --key B90", 3, "games.ovg: has no opening tree"},
@@ -243,8 +162,8 @@ TEST_F(OrvanCommands, BadInputGetsOneLineAndAnExitCode)
     for (const auto& c : cases) {
         const CliRun run = Orvan(c.arguments);
         EXPECT_EQ(run.code, c.code) << c.arguments << "\n" << run.err;
-        EXPECT_NE(run.err.find(c.says), std::string::npos) << c.arguments << "\n" << run.err;
-        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n') <= 2, true) << run.err;
+        EXPECT_NE((run.out + run.err).find(c.says), std::string::npos) << c.arguments << "\n" << run.out << run.err;
+        EXPECT_LE(std::count(run.err.begin(), run.err.end(), '\n'), c.code >= 2 ? 2 : 99) << run.err;
     }
     // Nothing half written: no output file from a failed export, no partial file left behind.
     EXPECT_FALSE(fs::exists(dir_ / "none.pgn"));
@@ -299,18 +218,6 @@ TEST_F(OrvanCommands, OpeningTreeClassifiesBrowsesSearchesAndSorts)
     EXPECT_LT(newest, next);
     EXPECT_EQ(run.out.find("1950"), std::string::npos);
     EXPECT_EQ(Orvan("sort games.ovg --by colour").code, 2);
-}
-
-TEST_F(OrvanCommands, HelpDocumentsEveryCommandAndTheExitCodes)
-{
-    const CliRun run = Orvan("--help");
-    ASSERT_EQ(run.code, 0);
-    for (const char* command : {"create", "import", "export", "show", "search", "delete", "undelete", "stats",
-                                "classify", "keys", "sort"})
-        EXPECT_NE(run.out.find(fmt::format("  {}", command)), std::string::npos) << command;
-    EXPECT_NE(run.out.find("Exit codes"), std::string::npos);
-    const CliRun search = Orvan("search --help");
-    EXPECT_NE(search.out.find("fields: player"), std::string::npos) << search.out;
 }
 
 }  // namespace

@@ -1,16 +1,15 @@
 // The host's files and output: game counting of PGN input, files written
-// under a temporary name, tables of UTF-8 text, and the plain progress lines.
+// under a temporary name, and tables of UTF-8 text.
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
-#include "cli/cli_error.h"
 #include "cli/pgn_source.h"
-#include "cli/progress.h"
 #include "cli/table.h"
 #include "cli/temp_file.h"
 
@@ -25,23 +24,6 @@ std::string ReadFile(const fs::path& path)
     std::stringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-// Captures what a function prints to a C stream.
-template <typename Print>
-std::string Captured(Print&& print)
-{
-    std::FILE* stream = std::tmpfile();
-    print(stream);
-    std::fflush(stream);
-    std::rewind(stream);
-    std::string text;
-    char buffer[512];
-    size_t got = 0;
-    while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0)
-        text.append(buffer, got);
-    std::fclose(stream);
-    return text;
 }
 
 TEST(CliPgnGameCounter, CountsTagSectionsWhereverThePiecesSplit)
@@ -96,51 +78,21 @@ TEST_F(CliFiles, TempFileAppearsOnlyWhenCommitted)
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
 }
 
-TEST_F(CliFiles, PgnSourceConvertsUtf8AndPassesWindows1252On)
-{
-    const fs::path utf8 = dir_ / "utf8.pgn", cp1252 = dir_ / "cp1252.pgn";
-    std::ofstream(utf8, std::ios::binary) << "[White \"M\xC3\xBCller\"]\n\n1. e4 *\n";
-    std::ofstream(cp1252, std::ios::binary) << "[White \"M\xFCller\"]\n\n1. e4 *\n";
-
-    const PgnSource fromUtf8(utf8.string(), Encoding::Auto);
-    EXPECT_EQ(fromUtf8.Found(), Encoding::Utf8);
-    EXPECT_NE(fromUtf8.LibraryPath(), utf8.string());
-    EXPECT_EQ(ReadFile(fromUtf8.LibraryPath()), ReadFile(cp1252));
-    EXPECT_EQ(fromUtf8.GameCount(), 1);
-
-    const PgnSource from1252(cp1252.string(), Encoding::Auto);
-    EXPECT_EQ(from1252.Found(), Encoding::Windows1252);
-    EXPECT_EQ(from1252.LibraryPath(), cp1252.string());
-
-    try {
-        PgnSource missing((dir_ / "missing.pgn").string(), Encoding::Auto);
-        ADD_FAILURE() << "a missing file was accepted";
-    } catch (const CliError& error) {
-        EXPECT_EQ(error.Code(), kExitBadInput);
-    }
-}
-
 TEST(CliTable, ColumnsLineUpByCharactersNotBytes)
 {
     const Table table{{"White", "Elo"}, {{"M\xC3\xBCller", "2500"}, {"Tal", "2700"}}};
-    const std::string text = Captured([&](std::FILE* out) { PrintTable(out, table); });
+    char* printed = nullptr;
+    size_t size = 0;
+    std::FILE* out = open_memstream(&printed, &size);
+    PrintTable(out, table);
+    std::fclose(out);
+    const std::string text(printed, size);
+    std::free(printed);
     EXPECT_EQ(text,
               "White   Elo\n"
               "------  ----\n"
               "M\xC3\xBCller  2500\n"
               "Tal     2700\n");
-}
-
-TEST(CliProgress, PlainOutputEndsWithStoredSkippedAndRate)
-{
-    const std::string text = Captured([](std::FILE* out) {
-        ImportProgress progress(out, "games.pgn", 10);
-        progress.Update(3);
-        progress.Finish(8);
-    });
-    EXPECT_EQ(text.find('\r'), std::string::npos);
-    EXPECT_EQ(text.rfind("games.pgn: 8 games stored, 2 skipped, ", 0), 0u) << text;
-    EXPECT_NE(text.find(" games/s\n"), std::string::npos);
 }
 
 }  // namespace

@@ -34,7 +34,6 @@ TEST(CliEncoding, BadAndUnmappableUtf8BecomesQuestionMarks)
     } cases[] = {
         {"\xE2\x98\x83", "?"},           // a snowman has no Windows-1252 form
         {"a\xC3", "a?"},                 // cut at the end
-        {"\xC3(", "?("},                 // a lead byte followed by no continuation
         {"\xFF\xFE", "??"},              // bytes that lead nothing
         {"\xE0\x80\xAF", "?"},           // overlong form
         {"\xED\xA0\x80", "?"},           // a surrogate
@@ -60,35 +59,25 @@ TEST(CliEncoding, StreamingGivesTheSameTextWhereverThePiecesSplit)
 
 TEST(CliEncoding, DetectorTellsUtf8FromWindows1252)
 {
-    const struct {
-        std::vector<std::string> pieces;
-        bool utf8;
-    } cases[] = {
-        {{"M\xC3\xBCller"}, true},
-        {{"M\xC3", "\xBCller"}, true},  // split inside a character
-        {{"M\xFCller"}, false},         // Windows-1252
-        {{"plain ascii"}, false},       // nothing to decide: read as Windows-1252, the same bytes
-        {{"ok \xC3\xBC then \xFC"}, false},
-        {{"cut \xC3"}, false},
+    const std::pair<std::vector<std::string>, bool> cases[] = {
+        {{"M\xC3", "\xBCller"}, true},           // split inside a character
+        {{"plain ascii"}, false},                // nothing to decide: read as Windows-1252, the same bytes
+        {{"ok \xC3\xBC then \xFC"}, false},       // one byte that is no UTF-8
     };
-    for (const auto& c : cases) {
+    for (const auto& [pieces, utf8] : cases) {
         Utf8Detector detector;
-        for (const auto& piece : c.pieces)
+        for (const auto& piece : pieces)
             detector.Feed(piece);
-        EXPECT_EQ(detector.IsUtf8(), c.utf8) << c.pieces.front();
+        EXPECT_EQ(detector.IsUtf8(), utf8) << pieces.front();
     }
 }
 
-TEST(CliGameRange, ReadsNumbersListsAndOpenEnds)
+TEST(CliGameRange, ReadsNumbersListsAndOpenEndsAndRefusesWhatNamesNoGame)
 {
     EXPECT_EQ(ParseGameRange("3", 10), (std::vector<int32_t>{3}));
     EXPECT_EQ(ParseGameRange("1-3,7", 10), (std::vector<int32_t>{1, 2, 3, 7}));
     EXPECT_EQ(ParseGameRange("8-", 10), (std::vector<int32_t>{8, 9, 10}));
     EXPECT_EQ(ParseGameRange("5,2", 10), (std::vector<int32_t>{5, 2}));
-}
-
-TEST(CliGameRange, RefusesWhatNamesNoGame)
-{
     for (const char* bad : {"", "0", "11", "3-2", "x", "1,", "-3", "1-x", "99999999999"}) {
         try {
             ParseGameRange(bad, 10);
@@ -142,13 +131,10 @@ TEST(CliQuery, BadQueriesNameTheirFault)
         {{"nofield=1"}, "unknown field"},
         {{"white"}, "no operator"},
         {{"elo~24"}, "does not fit"},
-        {{"white<abc"}, "does not fit"},
-        {{"result^=1"}, "does not fit"},
         {{"elo=12a"}, "not a number"},
         {{"result=2-0"}, "a result is"},
         {{"white=" + std::string(64, 'x')}, "longer than 63"},
         {{"or", "white=A"}, "both sides"},
-        {{"white=A", "or"}, "both sides"},
         {{"a=1", "or", "b=1"}, "unknown field"},
         {{"white=A", "or", "white=B", "or", "white=C", "or", "white=D"}, "at most 3 groups"},
         {{"elo=1", "elo=2", "elo=3", "elo=4", "elo=5", "elo=6"}, "at most 5 conditions"},
@@ -194,9 +180,7 @@ TEST(CliFen, BadFensNameTheirFault)
     } cases[] = {
         {"rnbqkbnr/pppppppp w KQkq -", "8 ranks of 8"},
         {"rnbqkbnr/pppppppp/62p/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", "more than 8 squares"},
-        {"rnbqkbnr/ppppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", "more than 8 squares"},
         {"rnbqkbnr/pppppppp/7/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", "does not have 8 squares"},
-        {"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR/8 w KQkq -", "more than 8 ranks"},
         {"rnbqkbnx/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -", "'x' is no piece"},
         {"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR x KQkq -", "side to move"},
         {"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KX -", "castling field"},

@@ -7,6 +7,13 @@
 
 namespace {
 
+// The handle of node `index` of game buffer `game`'s move tree: 0 is the root,
+// n the n-th move of the main line.
+uint32_t FakeMoveHandle(uint32_t game, int32_t index)
+{
+    return (game << 16) | static_cast<uint32_t>(index);
+}
+
 FakeGame* FindGame(uint32_t game)
 {
     auto found = Fakes().games.find(game);
@@ -27,34 +34,15 @@ FakeGame* FindMove(uint32_t move, int32_t& index)
 
 // ---- Driver life ----
 
-int32_t IGInstallGameDriver(int32_t mode)
-{
-    RecordCall("IGInstallGameDriver", {FakeArg(mode)});
-    return 0;
-}
-
-int32_t IGGameDriverInit(int32_t maxGames)
-{
-    RecordCall("IGGameDriverInit", {FakeArg(maxGames)});
-    return 0;
-}
-
-int32_t IGGameDriverFini(void)
-{
-    RecordCall("IGGameDriverFini", {});
-    return 0;
-}
-
-int32_t IGRemoveGameDriver(void)
-{
-    RecordCall("IGRemoveGameDriver", {});
-    return 0;
-}
+int32_t IGInstallGameDriver(int32_t mode) FAKE_ANSWER(IGInstallGameDriver, 0, FakeArg(mode))
+int32_t IGGameDriverInit(int32_t maxGames) FAKE_ANSWER(IGGameDriverInit, 0, FakeArg(maxGames))
+int32_t IGGameDriverFini(void) FAKE_ANSWER(IGGameDriverFini, 0, )
+int32_t IGRemoveGameDriver(void) FAKE_ANSWER(IGRemoveGameDriver, 0, )
 
 int32_t OvgGetVersion(uint32_t* version, uint32_t* second)
 {
     Fakes().calls.push_back("OvgGetVersion");
-    return FakeVersion(version, second, Fakes().gameVersionWord, Fakes().gameVersionResult);
+    return FakeVersion(version, second, Fakes().gameVersionWord, 1);
 }
 
 // ---- Game files ----
@@ -65,25 +53,10 @@ uint32_t OvgOpenGamefile(const char* path, int32_t create)
         AnswerCall("OvgOpenGamefile", 100, {FakeArg(path), FakeArg(create)}));
 }
 
-int32_t OvgCloseGamefile(uint32_t file)
-{
-    return AnswerCall("OvgCloseGamefile", 1, {FakeArg(file)});
-}
-
-int32_t OvgGetNumberOfGames(uint32_t file)
-{
-    return AnswerCall("OvgGetNumberOfGames", 0, {FakeArg(file)});
-}
-
-int32_t IGFileStatus(uint32_t file, int32_t mask)
-{
-    return AnswerCall("IGFileStatus", 0, {FakeArg(file), FakeArg(mask)});
-}
-
-int32_t OvgFileAction(uint32_t file, int32_t action)
-{
-    return AnswerCall("OvgFileAction", 1, {FakeArg(file), FakeArg(action)});
-}
+int32_t OvgCloseGamefile(uint32_t file) FAKE_ANSWER(OvgCloseGamefile, 1, FakeArg(file))
+int32_t OvgGetNumberOfGames(uint32_t file) FAKE_ANSWER(OvgGetNumberOfGames, 0, FakeArg(file))
+int32_t IGFileStatus(uint32_t file, int32_t mask) FAKE_ANSWER(IGFileStatus, 0, FakeArg(file), FakeArg(mask))
+int32_t OvgFileAction(uint32_t file, int32_t action) FAKE_ANSWER(OvgFileAction, 1, FakeArg(file), FakeArg(action))
 
 // ---- Stored games ----
 
@@ -112,15 +85,8 @@ int32_t OvgWriteGame(uint32_t game, uint32_t file, int32_t mode, int32_t* out)
     return number;
 }
 
-int32_t OvgDeleteGame(uint32_t file, int32_t number)
-{
-    return AnswerCall("OvgDeleteGame", 0, {FakeArg(file), FakeArg(number)});
-}
-
-int32_t OvgUndeleteGame(uint32_t file, int32_t number)
-{
-    return AnswerCall("OvgUndeleteGame", 0, {FakeArg(file), FakeArg(number)});
-}
+int32_t OvgDeleteGame(uint32_t file, int32_t number) FAKE_ANSWER(OvgDeleteGame, 0, FakeArg(file), FakeArg(number))
+int32_t OvgUndeleteGame(uint32_t file, int32_t number) FAKE_ANSWER(OvgUndeleteGame, 0, FakeArg(file), FakeArg(number))
 
 // ---- Game buffer ----
 

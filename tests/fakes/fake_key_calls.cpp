@@ -33,25 +33,12 @@ int32_t CopyText(const std::string& source, char* text, int32_t size)
 
 }  // namespace
 
-int32_t OvkGetFirstKey(int32_t parent, int32_t order)
-{
-    return AnswerCall("OvkGetFirstKey", 0, {FakeArg(parent), FakeArg(order)});
-}
-
-int32_t OvkGetNextKey(int32_t key, int32_t order)
-{
-    return AnswerCall("OvkGetNextKey", 0, {FakeArg(key), FakeArg(order)});
-}
-
-int32_t OvkGetPreviousKey(int32_t key, int32_t order)
-{
-    return AnswerCall("OvkGetPreviousKey", 0, {FakeArg(key), FakeArg(order)});
-}
+int32_t OvkGetFirstKey(int32_t parent, int32_t order) FAKE_ANSWER(OvkGetFirstKey, 0, FakeArg(parent), FakeArg(order))
+int32_t OvkGetNextKey(int32_t key, int32_t order) FAKE_ANSWER(OvkGetNextKey, 0, FakeArg(key), FakeArg(order))
+int32_t OvkGetPreviousKey(int32_t key, int32_t order) FAKE_ANSWER(OvkGetPreviousKey, 0, FakeArg(key), FakeArg(order))
 
 int32_t DbsGetKeyMove(int32_t key, int32_t reserved, int32_t which)
-{
-    return AnswerCall("DbsGetKeyMove", 0, {FakeArg(key), FakeArg(reserved), FakeArg(which)});
-}
+    FAKE_ANSWER(DbsGetKeyMove, 0, FakeArg(key), FakeArg(reserved), FakeArg(which))
 
 int32_t OvkGetKeyPosition(int32_t key, BoardRecord* board)
 {
@@ -96,10 +83,7 @@ int32_t DbsSearchKey(int32_t key, int32_t what, int32_t scope, int32_t* array, i
     return FakeResult("DbsSearchKey", written);
 }
 
-int32_t OvkFileAction(int32_t action)
-{
-    return AnswerCall("OvkFileAction", 1, {FakeArg(action)});
-}
+int32_t OvkFileAction(int32_t action) FAKE_ANSWER(OvkFileAction, 1, FakeArg(action))
 
 // The line names its key, and in `parent` and `level` the key and level of
 // the previous line it was given, so that a test can see the chaining.
@@ -112,10 +96,7 @@ int32_t DbsGetHorViewLine(int32_t key, sKeyViewLine* line, const sKeyViewLine* p
     return 1;
 }
 
-int32_t DbsGetDatabaseDepth(void)
-{
-    return AnswerCall("DbsGetDatabaseDepth", KeyFakes().depth, {});
-}
+int32_t DbsGetDatabaseDepth(void) FAKE_ANSWER(DbsGetDatabaseDepth, KeyFakes().depth, )
 
 int32_t OvkFindPosition(const BoardRecord* board, int32_t* key)
 {
@@ -134,22 +115,13 @@ int32_t OvkFindPosition(const BoardRecord* board, int32_t* key)
 
 int32_t OvgIndexCreate(uint32_t file, intptr_t codes, intptr_t reserved1, const char* directory,
                        intptr_t reserved2, intptr_t reserved3, intptr_t reserved4)
-{
-    return AnswerCall("OvgIndexCreate", 19,
-                      {FakeArg(file), FakeArg(codes), FakeArg(reserved1), FakeArg(directory), FakeArg(reserved2),
-                       FakeArg(reserved3), FakeArg(reserved4)});
-}
+    FAKE_ANSWER(OvgIndexCreate, 19, FakeArg(file), FakeArg(codes), FakeArg(reserved1), FakeArg(directory),
+                FakeArg(reserved2), FakeArg(reserved3), FakeArg(reserved4))
 
 int32_t OvgIndexDelete(uint32_t file, int32_t code, intptr_t directory)
-{
-    return AnswerCall("OvgIndexDelete", 0,
-                      {FakeArg(file), FakeArg(code), FakeArg(reinterpret_cast<const char*>(directory))});
-}
+    FAKE_ANSWER(OvgIndexDelete, 0, FakeArg(file), FakeArg(code), FakeArg(reinterpret_cast<const char*>(directory)))
 
 int32_t OvgIndexSort(uint32_t file, intptr_t firstGame, intptr_t skipDeleted, int32_t count, int32_t code,
                      int32_t direction, intptr_t numbers)
-{
-    return AnswerCall("OvgIndexSort", count,
-                      {FakeArg(file), FakeArg(firstGame), FakeArg(skipDeleted), FakeArg(count), FakeArg(code),
-                       FakeArg(direction), FakeArg(numbers)});
-}
+    FAKE_ANSWER(OvgIndexSort, count, FakeArg(file), FakeArg(firstGame), FakeArg(skipDeleted), FakeArg(count),
+                FakeArg(code), FakeArg(direction), FakeArg(numbers))

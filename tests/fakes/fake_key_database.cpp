@@ -10,15 +10,9 @@ int32_t OvkGetVersion(uint32_t* version, uint32_t* second)
 }
 
 int32_t IDOpenBase(const char* databasePath, int32_t openMode, int32_t reserved)
-{
-    return AnswerCall("IDOpenBase", OVK_OPEN_OK,
-                      {FakeArg(databasePath), FakeArg(openMode), FakeArg(reserved)});
-}
+    FAKE_ANSWER(IDOpenBase, OVK_OPEN_OK, FakeArg(databasePath), FakeArg(openMode), FakeArg(reserved))
 
-int32_t IDCloseBase(int32_t flags)
-{
-    return AnswerCall("IDCloseBase", 1, {FakeArg(flags)});
-}
+int32_t IDCloseBase(int32_t flags) FAKE_ANSWER(IDCloseBase, 1, FakeArg(flags))
 
 int32_t DbsKeyCacheOn(void* block, int32_t entries)
 {
@@ -34,38 +28,18 @@ int32_t DbsKeyCacheOff(void)
 }
 
 int32_t OvkDeleteDatabaseFiles(const char* gameFilePath, const char* indexPath, int32_t kinds)
-{
-    return AnswerCall("OvkDeleteDatabaseFiles", 1,
-                      {FakeArg(gameFilePath), FakeArg(indexPath), FakeArg(kinds)});
-}
+    FAKE_ANSWER(OvkDeleteDatabaseFiles, 1, FakeArg(gameFilePath), FakeArg(indexPath), FakeArg(kinds))
 
 int32_t OvkOptimizeDatabase(int32_t first, int32_t second, int32_t target, int32_t level,
                             int32_t reserved)
-{
-    return AnswerCall(
-        "OvkOptimizeDatabase", 1,
-        {FakeArg(first), FakeArg(second), FakeArg(target), FakeArg(level), FakeArg(reserved)});
-}
+    FAKE_ANSWER(OvkOptimizeDatabase, 1, FakeArg(first), FakeArg(second), FakeArg(target), FakeArg(level),
+                FakeArg(reserved))
 
-int32_t IDIsDatabaseGamefile(uint32_t file)
-{
-    return AnswerCall("IDIsDatabaseGamefile", 0, {FakeArg(file)});
-}
-
-int32_t DbsFileStatus(int32_t a)
-{
-    return AnswerCall("DbsFileStatus", 0, {FakeArg(a)});
-}
-
-int32_t DbsAdjustDeletedGames(int32_t count)
-{
-    return AnswerCall("DbsAdjustDeletedGames", 1, {FakeArg(count)});
-}
+int32_t IDIsDatabaseGamefile(uint32_t file) FAKE_ANSWER(IDIsDatabaseGamefile, 0, FakeArg(file))
+int32_t DbsFileStatus(int32_t a) FAKE_ANSWER(DbsFileStatus, 0, FakeArg(a))
+int32_t DbsAdjustDeletedGames(int32_t count) FAKE_ANSWER(DbsAdjustDeletedGames, 1, FakeArg(count))
 
 int32_t OvkSaveToDatabase(uint32_t game, uint32_t file, int32_t reserved1, int32_t reserved2,
                           int32_t mode)
-{
-    return AnswerCall(
-        "OvkSaveToDatabase", 1,
-        {FakeArg(game), FakeArg(file), FakeArg(reserved1), FakeArg(reserved2), FakeArg(mode)});
-}
+    FAKE_ANSWER(OvkSaveToDatabase, 1, FakeArg(game), FakeArg(file), FakeArg(reserved1), FakeArg(reserved2),
+                FakeArg(mode))

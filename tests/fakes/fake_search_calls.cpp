@@ -63,7 +63,7 @@ int32_t OvgReadGames(uint32_t file, int32_t first, void* buffer, uint32_t* place
     count = std::max(count, 0);
     auto* bytes = static_cast<uint8_t*>(buffer);
     for (int32_t k = 0; k <= count; ++k)
-        places[k] = store.firstPlace + 4 * static_cast<uint32_t>(k);
+        places[k] = 500 + 4 * static_cast<uint32_t>(k);  // games lie 4 bytes apart, not from 0
     for (int32_t k = 0; k < count; ++k) {
         const int32_t number = first + k + 1;
         std::memcpy(bytes + 4 * k, &number, sizeof number);
@@ -90,23 +90,14 @@ int32_t UnpackGame(uint32_t game, const void* packed, int32_t mode)
 int32_t IGGameGetStatus(uint32_t game, int32_t number)
 {
     RecordCall("IGGameGetStatus", {FakeArg(game), FakeArg(number)});
-    return number == OvgStatusDeleted && SearchFakes().deleted.contains(SearchFakes().loaded) ? 1 : 0;
+    if (number != OvgStatusDeleted)
+        return FakeResult("IGGameGetStatus", 0);
+    return SearchFakes().deleted.contains(SearchFakes().loaded) ? 1 : 0;
 }
 
-int32_t NewGameErase(uint32_t game)
-{
-    return AnswerCall("NewGameErase", GameIsOpen(game) ? 1 : 0, {FakeArg(game)});
-}
-
-int32_t NewGameRewind(uint32_t game)
-{
-    return AnswerCall("NewGameRewind", GameIsOpen(game) ? 1 : 0, {FakeArg(game)});
-}
-
-int32_t PatExactPosition(uint32_t game)
-{
-    return AnswerCall("PatExactPosition", GameIsOpen(game) ? 1 : 0, {FakeArg(game)});
-}
+int32_t NewGameErase(uint32_t game) FAKE_ANSWER(NewGameErase, GameIsOpen(game) ? 1 : 0, FakeArg(game))
+int32_t NewGameRewind(uint32_t game) FAKE_ANSWER(NewGameRewind, GameIsOpen(game) ? 1 : 0, FakeArg(game))
+int32_t PatExactPosition(uint32_t game) FAKE_ANSWER(PatExactPosition, GameIsOpen(game) ? 1 : 0, FakeArg(game))
 
 int32_t DbsCBSearchKey(int32_t key, int32_t what, int32_t scope, DbsGameVisitor visitor)
 {
@@ -131,11 +122,11 @@ const char* IGGameGetPlayer(uint32_t game, int32_t, char*) { return EmptyText("I
 const char* IGGameGetCountry(uint32_t game, int32_t, char*) { return EmptyText("IGGameGetCountry", game); }
 const char* IGGameGetTitle(uint32_t game, int32_t, char*) { return EmptyText("IGGameGetTitle", game); }
 
-int32_t IGGameGetRound(uint32_t game) { return AnswerCall("IGGameGetRound", 0, {FakeArg(game)}); }
-int32_t IGGameGetElo(uint32_t game, int32_t side) { return AnswerCall("IGGameGetElo", 0, {FakeArg(game), FakeArg(side)}); }
-int32_t IGGameGetResult(uint32_t game, int32_t part) { return AnswerCall("IGGameGetResult", 0, {FakeArg(game), FakeArg(part)}); }
-int32_t IGGameGetGamelength(uint32_t game) { return AnswerCall("IGGameGetGamelength", 0, {FakeArg(game)}); }
-int32_t IGGameGetSourceLoadnumber(uint32_t game) { return AnswerCall("IGGameGetSourceLoadnumber", 0, {FakeArg(game)}); }
+int32_t IGGameGetRound(uint32_t game) FAKE_ANSWER(IGGameGetRound, 0, FakeArg(game))
+int32_t IGGameGetElo(uint32_t game, int32_t side) FAKE_ANSWER(IGGameGetElo, 0, FakeArg(game), FakeArg(side))
+int32_t IGGameGetResult(uint32_t game, int32_t part) FAKE_ANSWER(IGGameGetResult, 0, FakeArg(game), FakeArg(part))
+int32_t IGGameGetGamelength(uint32_t game) FAKE_ANSWER(IGGameGetGamelength, 0, FakeArg(game))
+int32_t IGGameGetSourceLoadnumber(uint32_t game) FAKE_ANSWER(IGGameGetSourceLoadnumber, 0, FakeArg(game))
 
 // An unknown date, (0, 0, 0).
 const int32_t* IGGameGetDate(uint32_t game, int32_t* triple)
@@ -150,30 +141,31 @@ const int32_t* IGGameGetDate(uint32_t game, int32_t* triple)
 // ---- Putters, as the start position of a position search reaches them:
 // recorded, answering 1 ----
 
-#define FAKE_PUT(function, ...) \
-    { return AnswerCall(#function, 1, {__VA_ARGS__}); }
-
-int32_t IGGamePutPlace(uint32_t game, const char* text) FAKE_PUT(IGGamePutPlace, FakeArg(game), FakeArg(text))
-int32_t IGGamePutSite(uint32_t game, const char* text) FAKE_PUT(IGGamePutSite, FakeArg(game), FakeArg(text))
-int32_t IGGamePutAnnotator(uint32_t game, const char* text) FAKE_PUT(IGGamePutAnnotator, FakeArg(game), FakeArg(text))
-int32_t IGGamePutKeycode(uint32_t game, const char* text) FAKE_PUT(IGGamePutKeycode, FakeArg(game), FakeArg(text))
-int32_t IGGamePutRemark(uint32_t game, const char* text) FAKE_PUT(IGGamePutRemark, FakeArg(game), FakeArg(text))
+int32_t IGGamePutPlace(uint32_t game, const char* text) FAKE_ANSWER(IGGamePutPlace, 1, FakeArg(game), FakeArg(text))
+int32_t IGGamePutSite(uint32_t game, const char* text) FAKE_ANSWER(IGGamePutSite, 1, FakeArg(game), FakeArg(text))
+int32_t IGGamePutAnnotator(uint32_t game, const char* text)
+    FAKE_ANSWER(IGGamePutAnnotator, 1, FakeArg(game), FakeArg(text))
+int32_t IGGamePutKeycode(uint32_t game, const char* text) FAKE_ANSWER(IGGamePutKeycode, 1, FakeArg(game), FakeArg(text))
+int32_t IGGamePutRemark(uint32_t game, const char* text) FAKE_ANSWER(IGGamePutRemark, 1, FakeArg(game), FakeArg(text))
 int32_t IGGamePutPlayer(uint32_t game, int32_t side, const char* text)
-    FAKE_PUT(IGGamePutPlayer, FakeArg(game), FakeArg(side), FakeArg(text))
+    FAKE_ANSWER(IGGamePutPlayer, 1, FakeArg(game), FakeArg(side), FakeArg(text))
 int32_t IGGamePutCountry(uint32_t game, int32_t side, const char* text)
-    FAKE_PUT(IGGamePutCountry, FakeArg(game), FakeArg(side), FakeArg(text))
+    FAKE_ANSWER(IGGamePutCountry, 1, FakeArg(game), FakeArg(side), FakeArg(text))
 int32_t IGGamePutTitle(uint32_t game, int32_t side, const char* text)
-    FAKE_PUT(IGGamePutTitle, FakeArg(game), FakeArg(side), FakeArg(text))
-int32_t IGGamePutRound(uint32_t game, int32_t round) FAKE_PUT(IGGamePutRound, FakeArg(game), FakeArg(round))
-int32_t IGGamePutElo(uint32_t game, int32_t side, int32_t elo) FAKE_PUT(IGGamePutElo, FakeArg(game), FakeArg(side), FakeArg(elo))
+    FAKE_ANSWER(IGGamePutTitle, 1, FakeArg(game), FakeArg(side), FakeArg(text))
+int32_t IGGamePutRound(uint32_t game, int32_t round) FAKE_ANSWER(IGGamePutRound, 1, FakeArg(game), FakeArg(round))
+int32_t IGGamePutElo(uint32_t game, int32_t side, int32_t elo)
+    FAKE_ANSWER(IGGamePutElo, 1, FakeArg(game), FakeArg(side), FakeArg(elo))
 int32_t IGGamePutTime(uint32_t game, int32_t side, int32_t minutes)
-    FAKE_PUT(IGGamePutTime, FakeArg(game), FakeArg(side), FakeArg(minutes))
+    FAKE_ANSWER(IGGamePutTime, 1, FakeArg(game), FakeArg(side), FakeArg(minutes))
 int32_t IGGamePutResult(uint32_t game, int32_t result, int32_t part)
-    FAKE_PUT(IGGamePutResult, FakeArg(game), FakeArg(result), FakeArg(part))
-int32_t IGGamePutDate(uint32_t game, const int32_t* triple) FAKE_PUT(IGGamePutDate, FakeArg(game), FakeArg(triple))
-int32_t CastlingRights(const BoardRecord* board) FAKE_PUT(CastlingRights, FakeArg(board))
+    FAKE_ANSWER(IGGamePutResult, 1, FakeArg(game), FakeArg(result), FakeArg(part))
+int32_t IGGamePutDate(uint32_t game, const int32_t* triple)
+    FAKE_ANSWER(IGGamePutDate, 1, FakeArg(game), FakeArg(triple))
+int32_t CastlingRights(const BoardRecord* board) FAKE_ANSWER(CastlingRights, 1, FakeArg(board))
 int32_t BoardToInitialPosition(uint32_t game, const BoardRecord* board, int32_t castling, int32_t epFile, int32_t ply)
-    FAKE_PUT(BoardToInitialPosition, FakeArg(game), FakeArg(board), FakeArg(castling), FakeArg(epFile), FakeArg(ply))
+    FAKE_ANSWER(BoardToInitialPosition, 1, FakeArg(game), FakeArg(board), FakeArg(castling), FakeArg(epFile),
+                FakeArg(ply))
 
 int32_t IGNewBoard(BoardRecord* board)
 {

@@ -10,9 +10,8 @@
 struct FakeSearchStore {
     int32_t games = 0;          // games OvgReadGames can deliver
     int32_t batchLimit = 100;   // at most this many per read, as if the buffer were full
-    uint32_t firstPlace = 500;  // places[0] of every batch; games follow 4 bytes apart
     std::set<int32_t> hits;     // games for which UnpackGame mode 2 answers 1
-    std::set<int32_t> deleted;  // games whose deleted flag a header load sets
+    std::set<int32_t> deleted;  // games whose deleted flag a header load sets (other flags: `results`)
     std::vector<int32_t> keyGames;  // what DbsCBSearchKey visits, in order
     int32_t loaded = 0;         // the game last loaded by GetGameHeader or UnpackGame
 };

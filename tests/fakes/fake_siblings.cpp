@@ -20,9 +20,13 @@ int32_t FakeResult(std::string_view function, int32_t fallback)
     return found == results.end() ? fallback : found->second;
 }
 
-uint32_t FakeMoveHandle(uint32_t game, int32_t index)
+std::vector<std::string> FakeCallsStartingWith(std::string_view prefix)
 {
-    return (game << 16) | static_cast<uint32_t>(index);
+    std::vector<std::string> found;
+    for (const std::string& call : Fakes().calls)
+        if (call.starts_with(prefix))
+            found.push_back(call);
+    return found;
 }
 
 void RecordCall(std::string_view function, std::initializer_list<std::string> arguments)

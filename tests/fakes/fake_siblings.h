@@ -38,7 +38,6 @@ struct FakeSiblings {
     uint32_t keyVersionWord = 0x00010000;
     int32_t keyVersionResult = 1;
     uint32_t gameVersionWord = 0x00010000;
-    int32_t gameVersionResult = 1;
 
     // Game buffers by handle; IGGameOpenGame adds one under `nextGame`
     // (unless its result is set), IGGameCloseGame removes it. Handles not in
@@ -59,9 +58,8 @@ void ResetFakes();
 // The result set for `function`, else `fallback`.
 int32_t FakeResult(std::string_view function, int32_t fallback);
 
-// The handle of node `index` of game buffer `game`'s move tree: 0 is the root,
-// n the n-th move of the main line.
-uint32_t FakeMoveHandle(uint32_t game, int32_t index);
+// The logged calls that start with `prefix` ("PlayMoves" or "PlayMoves(1,"), in order.
+std::vector<std::string> FakeCallsStartingWith(std::string_view prefix);
 
 // Logs one call as "function(arg, ...)" and runs `onCall`.
 void RecordCall(std::string_view function, std::initializer_list<std::string> arguments);
@@ -69,6 +67,11 @@ void RecordCall(std::string_view function, std::initializer_list<std::string> ar
 // RecordCall, then the result set for `function`, else `fallback`.
 int32_t AnswerCall(std::string_view function, int32_t fallback,
                    std::initializer_list<std::string> arguments);
+
+// The body of a fake that logs its call and answers the result set for it,
+// else `fallback`: int32_t F(int32_t a) FAKE_ANSWER(F, 1, FakeArg(a))
+#define FAKE_ANSWER(function, fallback, ...) \
+    { return AnswerCall(#function, fallback, {__VA_ARGS__}); }
 
 // Answers a version call: `word` through `version`, 0 through `second`.
 int32_t FakeVersion(uint32_t* version, uint32_t* second, uint32_t word, int32_t result);

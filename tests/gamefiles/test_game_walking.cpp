@@ -1,18 +1,32 @@
-#include <algorithm>
 #include <climits>
 #include <cstring>
 
-#include "gamefiles_fixture.h"
+#include <gtest/gtest.h>
+
+#include "fakes/fake_siblings.h"
+#include "orvan.h"
 
 namespace {
+
+using CallLog = std::vector<std::string>;
 
 constexpr MoveXY E2E4{5, 2, 5, 4, 0};  // PackedMove 0x1C0C
 constexpr MoveXY E7E5{5, 7, 5, 5, 0};  // 0x2434
 constexpr MoveXY G1F3{7, 1, 6, 3, 0};  // 0x1506
 
-class GameWalking : public FakeGameBufferTest {
+// With one game buffer allocated through the library and the log cleared.
+class GameWalking : public ::testing::Test {
 protected:
+    void SetUp() override
+    {
+        ResetFakes();
+        game = OvAllocGameBuffer();
+        Fakes().calls.clear();
+    }
+    void TearDown() override { ResetFakes(); }
     FakeGame& Game() { return Fakes().games[game]; }
+
+    OvGameBuffer game = 0;
 };
 
 // A board with the kings on e1 and e8, a black pawn that has just made the
@@ -53,26 +67,7 @@ TEST_F(GameWalking, InitialPositionClearsAnUnusableEnPassantFlagTheCurrentOneKee
     EXPECT_EQ(std::memcmp(&again, &current, sizeof again), 0);
     EXPECT_EQ(Fakes().calls,
               (CallLog{"GetInitialPosition(1, ptr)", "IGGameGetBoard(1)", "IGGameGetBoard(1)"}));
-}
-
-TEST_F(GameWalking, NullRecordsAndUnknownBuffers)
-{
-    Fakes().results["GetInitialPosition"] = 2;
     EXPECT_EQ(OvGetInitialPos(game, nullptr), 2) << "null asks for the result alone";
-    EXPECT_EQ(OvGetCurrentPos(game, nullptr), 0);
-    EXPECT_EQ(Fakes().calls, (CallLog{"GetInitialPosition(1, null)"}));
-
-    sPosition untouched{};
-    std::memset(&untouched, 0xEE, sizeof untouched);
-    sPosition position = untouched;
-    EXPECT_EQ(OvGetInitialPos(555, &position), 0);
-    EXPECT_EQ(OvGetCurrentPos(555, &position), 0);
-    EXPECT_EQ(std::memcmp(&position, &untouched, sizeof position), 0);
-    PackedMove moves[4] = {};
-    EXPECT_EQ(OvGetMoves(555, moves, 4), 0);
-    EXPECT_EQ(OvGetNextMove(555), 0);
-    EXPECT_EQ(OvPlayMoves(555, 3), 0);
-    EXPECT_EQ(OvGotoMove(555, 3), 0);
 }
 
 TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
@@ -95,10 +90,7 @@ TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
     EXPECT_EQ(moves[3], 1) << "the limit holds";
     EXPECT_EQ(Game().played, 7);
     // The root's NEXT and one NEXT per further move: none past the limit.
-    EXPECT_EQ(
-        std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                      [](const std::string& call) { return call.starts_with("IGMoveGetNEXT"); }),
-        3);
+    EXPECT_EQ(FakeCallsStartingWith("IGMoveGetNEXT").size(), 3u);
 
     PackedMove all[50] = {};
     PackedMove allAgain[50] = {};
@@ -126,25 +118,6 @@ TEST_F(GameWalking, PromotionPiecesReachTheWord)
         EXPECT_EQ(word, c.word) << "piece " << c.piece;
         EXPECT_EQ(OvGetNextMove(game), c.word) << "piece " << c.piece;
     }
-}
-
-TEST_F(GameWalking, NextMoveFollowsTheCurrentPositionAndEndsWithZero)
-{
-    EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
-    PackedMove moves[2] = {};
-    EXPECT_EQ(OvGetMoves(game, moves, 2), 0);
-
-    Game().mainLine = {E2E4, E7E5, G1F3};
-    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
-    EXPECT_EQ(OvGetNextMove(game), 0x1C0C) << "reading it does not play it";
-    ASSERT_EQ(OvPlayMoves(game, 2), 2);
-    EXPECT_EQ(OvGetNextMove(game), 0x1506);
-    ASSERT_EQ(OvPlayMoves(game, 1), 1);
-    EXPECT_EQ(OvGetNextMove(game), 0);
-    EXPECT_EQ(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                            [](const std::string& call) { return call.starts_with("PlayMoves"); }),
-              2)
-        << "OvGetNextMove makes no PlayMoves call";
 }
 
 TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
@@ -176,6 +149,24 @@ TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
         EXPECT_EQ(Fakes().calls.back(), s.driverCall);
         EXPECT_EQ(Game().played, s.played) << s.driverCall;
     }
+
+    // The next move follows the current position, is not played by reading,
+    // and is 0 at the end.
+    Game().mainLine = {E2E4, E7E5, G1F3};
+    Game().played = 0;
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
+    EXPECT_EQ(OvGetNextMove(game), 0x1C0C);
+    ASSERT_EQ(OvPlayMoves(game, 2), 2);
+    EXPECT_EQ(OvGetNextMove(game), 0x1506);
+    ASSERT_EQ(OvPlayMoves(game, 1), 1);
+    Fakes().calls.clear();
+    EXPECT_EQ(OvGetNextMove(game), 0);
+    EXPECT_TRUE(FakeCallsStartingWith("PlayMoves").empty());
+    Game().mainLine.clear();
+    Game().played = 0;
+    EXPECT_EQ(OvGetNextMove(game), 0) << "a game without moves";
+    PackedMove moves[2] = {};
+    EXPECT_EQ(OvGetMoves(game, moves, 2), 0);
 }
 
 }  // namespace

@@ -46,12 +46,8 @@ TEST(IndexPath, DirectoryOfTheGameFileGetsOvIndex)
         EXPECT_EQ(BuildIndexPath(c.path.c_str(), result), c.indexPath) << c.path;
         EXPECT_EQ(result, c.result) << c.path;
     }
-}
-
-TEST(IndexPath, NullPathIsAnEmptyPath)
-{
     int32_t result = 99;
-    EXPECT_EQ(BuildIndexPath(nullptr, result), "");
+    EXPECT_EQ(BuildIndexPath(nullptr, result), "") << "null is an empty path";
     EXPECT_EQ(result, IndexPathNoSeparator);
 }
 

@@ -32,43 +32,12 @@ uint8_t Square(char file, char rank)
     return static_cast<uint8_t>(BoardIndex(file - 'a', rank - '1'));
 }
 
-BoardRecord StartBoard()
-{
-    BoardRecord board{};
-    const uint8_t back[8] = {DrvWhiteRook, DrvWhiteKnight, DrvWhiteBishop, DrvWhiteQueen,
-                             DrvWhiteKing, DrvWhiteBishop, DrvWhiteKnight, DrvWhiteRook};
-    for (int file = 0; file < 8; ++file) {
-        board.squares[BoardIndex(file, 0)] = back[file];
-        board.squares[BoardIndex(file, 1)] = DrvWhitePawn;
-        board.squares[BoardIndex(file, 6)] = DrvBlackPawn;
-        board.squares[BoardIndex(file, 7)] = static_cast<uint8_t>(back[file] + 8);
-    }
-    board.castling = DrvCastleWhiteShort | DrvCastleWhiteLong | DrvCastleBlackShort |
-                     DrvCastleBlackLong;
-    board.ply = 1;
-    return board;
-}
-
 }  // namespace
-
-ScratchDirectory::ScratchDirectory()
-{
-    std::string pattern = (std::filesystem::temp_directory_path() / "keydb-XXXXXX").string();
-    if (mkdtemp(pattern.data()) != nullptr)
-        path_ = pattern;
-}
-
-ScratchDirectory::~ScratchDirectory()
-{
-    std::error_code ignored;
-    if (!path_.empty())
-        std::filesystem::remove_all(path_, ignored);
-}
 
 BoardLine PlayLine(std::initializer_list<const char*> moves)
 {
     BoardLine line;
-    line.board = StartBoard();
+    IGNewBoard(&line.board);
     BoardRecord& b = line.board;
     for (const char* move : moves) {
         const uint8_t from = Square(move[0], move[1]);

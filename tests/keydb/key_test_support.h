@@ -11,19 +11,7 @@
 
 #include "orvan.h"
 #include "siblings/driver_records.h"
-
-// A directory that is removed with everything in it when the object ends.
-class ScratchDirectory {
-public:
-    ScratchDirectory();
-    ~ScratchDirectory();
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
-};
+#include "tests/store/store_helpers.h"
 
 // A line of moves from the start position and the board it leads to. Moves
 // are coordinates ("e2e4", "e1g1"); no legality is checked.
@@ -43,7 +31,7 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    ScratchDirectory scratch;
+    TempDir scratch;
     std::string gameFile;
     int32_t start = 0;     // A00 the start position
     int32_t e4 = 0;        // B00 1.e4

@@ -2,7 +2,7 @@
 // main line, listed and visited by key, kept across reopening.
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <string>
 #include <vector>
 
 #include "keydb/key_test_support.h"
@@ -29,14 +29,10 @@ protected:
     }
 
     // Builds a game of coordinate moves in the buffer and stores it.
-    int32_t Save(std::initializer_list<const char*> moves)
+    int32_t Save(const std::vector<std::string>& moves)
     {
         EXPECT_EQ(NewGameErase(game), 1);
-        for (const char* move : moves) {
-            MoveXY xy{move[0] - 'a' + 1, move[1] - '0', move[2] - 'a' + 1, move[3] - '0', 0};
-            EXPECT_NE(LegalMove(game, &xy), 0) << move;
-            EXPECT_EQ(AcceptMove(game, &xy), 1) << move;
-        }
+        EXPECT_EQ(Play(game, moves), int(moves.size()));
         return OvkSaveToDatabase(game, file, 0, 0, 1);
     }
 
@@ -80,58 +76,42 @@ TEST_F(GameFiling, GamesGoUnderTheDeepestKeyTheyReach)
     EXPECT_EQ(IGGameGetCM(game), 1);
 }
 
-TEST_F(GameFiling, TheVisitorSeesEachGameUntilItStops)
+TEST_F(GameFiling, TheVisitorSeesEachGameUntilItStopsAndMayChangeTheDatabase)
 {
     std::vector<int32_t> saved;
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 3; ++i)
         saved.push_back(Save({"e2e4", "c7c5", "g1f3"}));
-
     static std::vector<int32_t> visited;
     static size_t stopAfter;
     const DbsGameVisitor visitor = [](int32_t number) {
         visited.push_back(number);
         return visited.size() < stopAfter ? 1 : 0;
     };
-    visited.clear();
-    stopAfter = 100;
-    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 5);
-    EXPECT_EQ(visited, saved);
-
-    visited.clear();
-    stopAfter = 2;
-    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 2);
-    EXPECT_EQ(visited, (std::vector<int32_t>{saved[0], saved[1]}));
-
+    for (size_t stop : {size_t(100), size_t(2)}) {
+        visited.clear();
+        stopAfter = stop;
+        EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), int32_t(std::min(stop, saved.size())));
+        EXPECT_EQ(visited, std::vector<int32_t>(saved.begin(), saved.begin() + std::min(stop, saved.size())));
+    }
     visited.clear();
     EXPECT_EQ(DbsCBSearchKey(open, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 0);
     EXPECT_EQ(DbsCBSearchKey(9999, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), -1);
     EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, visitor), -1);
     EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, nullptr), -1);
     EXPECT_TRUE(visited.empty());
-}
 
-TEST_F(GameFiling, AVisitorMayCloseTheDatabase)
-{
-    Save({"e2e4"});
-    Save({"e2e4"});
-    const DbsGameVisitor closer = [](int32_t) { return IDCloseBase(0); };
-    EXPECT_EQ(DbsCBSearchKey(e4, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, closer), 1);
-    EXPECT_EQ(DbsGetDatabaseDepth(), 0);
-}
-
-TEST_F(GameFiling, AVisitorThatFilesMoreGamesStillEnds)
-{
-    Save({"e2e4", "c7c5"});
-    Save({"e2e4", "c7c5"});
+    // The buffer still holds 1.e4 c5 2.Nf3: each visit files one more game under the key.
     static uint32_t visitorGame, visitorFile;
     visitorGame = game;
     visitorFile = file;
-    // The buffer still holds 1.e4 c5: each visit files one more game under the key.
     const DbsGameVisitor copier = [](int32_t) {
         return OvkSaveToDatabase(visitorGame, visitorFile, 0, 0, 1) > 0 ? 1 : 0;
     };
-    EXPECT_EQ(DbsCBSearchKey(sicilian, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, copier), 2);
-    EXPECT_EQ(Games(sicilian, OVK_SCOPE_KEY).size(), 4u);
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, copier), 3) << "the visit still ends";
+    EXPECT_EQ(Games(nf3, OVK_SCOPE_KEY).size(), 6u);
+    const DbsGameVisitor closer = [](int32_t) { return IDCloseBase(0); };
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, closer), 1);
+    EXPECT_EQ(DbsGetDatabaseDepth(), 0) << "the visitor closed the database";
 }
 
 TEST_F(GameFiling, ManyGamesAreVisitedAcrossRounds)
@@ -153,13 +133,12 @@ TEST_F(GameFiling, ManyGamesAreVisitedAcrossRounds)
     EXPECT_EQ(count, 1200);
 }
 
-TEST_F(GameFiling, GamesOfABulkOperationAreListedWhenItEnds)
+TEST_F(GameFiling, ListsFollowBulkOperationsAndReopening)
 {
     ASSERT_EQ(OvgFileAction(file, 1), 1);
     const int32_t first = Save({"d2d4", "d7d5"});
     const int32_t second = Save({"d2d4", "d7d5"});
-    // Until the game file commits them, the lists do not name them.
-    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{}));
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{})) << "not before the game file commits them";
     ASSERT_EQ(OvgFileAction(file, 0), 1);
     EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second}));
 
@@ -170,60 +149,29 @@ TEST_F(GameFiling, GamesOfABulkOperationAreListedWhenItEnds)
     ASSERT_EQ(OvgFileAction(file, 0), 1);
     ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
     EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second, third}));
+    EXPECT_EQ(Save({"d2d4", "d7d5"}), third + 1);
+    EXPECT_EQ(Games(d5, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second, third, third + 1}));
 }
 
-TEST_F(GameFiling, NumbersGivenOutAgainDropWhatTheyNamed)
-{
-    Save({"e2e4", "c7c5", "g1f3"});
-    Save({"e2e4", "c7c5", "g1f3"});
-    Save({"d2d4", "d7d5"});
-    // The game file is made anew: its numbers start again at 1.
-    ASSERT_EQ(OvgCloseGamefile(file), 1);
-    file = OvgOpenGamefile(gameFile.c_str(), 1);
-    ASSERT_NE(file, 0u);
-    EXPECT_EQ(Save({"e2e4", "e7e5"}), 1);
-    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{1}));
-    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{1}));
-}
-
-TEST_F(GameFiling, SetUpGamesAreStoredButNotFiled)
+TEST_F(GameFiling, OnlyStandardGamesOfTheDatabasesOwnFileAreFiled)
 {
     BoardLine line = PlayLine({"e2e4"});
     ASSERT_EQ(NewGameErase(game), 1);
     ASSERT_EQ(BoardToInitialPosition(game, &line.board, line.board.castling, 0, 2), 1);
-    ASSERT_NE(IGGameGetStatus(game, OvgStatusSetUp), 0);
-    const int32_t number = OvkSaveToDatabase(game, file, 0, 0, 1);
-    EXPECT_GT(number, 0);
-    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{}));
-}
+    EXPECT_GT(OvkSaveToDatabase(game, file, 0, 0, 1), 0) << "a set-up game is stored";
+    EXPECT_EQ(Games(0, OVK_SCOPE_SUBTREE), (std::vector<int32_t>{})) << "but not filed";
 
-TEST_F(GameFiling, OnlyTheDatabasesOwnGameFileIsIt)
-{
     EXPECT_NE(IDIsDatabaseGamefile(file), 0);
-    const std::string otherPath = scratch.Path() + "/other.ovg";
-    const uint32_t other = OvgOpenGamefile(otherPath.c_str(), 1);
+    const uint32_t other = OvgOpenGamefile((scratch.Path() + "/other.ovg").c_str(), 1);
     ASSERT_NE(other, 0u);
     EXPECT_EQ(IDIsDatabaseGamefile(other), 0);
     EXPECT_EQ(IDIsDatabaseGamefile(0), 0);
     EXPECT_EQ(IDIsDatabaseGamefile(0x7FFFFFFF), 0);
-    // A game for another file is not stored through the key database.
     ASSERT_EQ(NewGameErase(game), 1);
     EXPECT_EQ(OvkSaveToDatabase(game, other, 0, 0, 1), 0);
     EXPECT_EQ(OvgGetNumberOfGames(other), 0);
     EXPECT_EQ(OvkSaveToDatabase(0, file, 0, 0, 1), 0);
     OvgCloseGamefile(other);
-    EXPECT_EQ(IDIsDatabaseGamefile(other), 0);
-}
-
-TEST_F(GameFiling, ReopeningKeepsTheLists)
-{
-    const int32_t first = Save({"e2e4", "e7e5", "g1f3"});
-    ASSERT_EQ(IDCloseBase(0), 1);
-    ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
-    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{first}));
-    const int32_t second = Save({"e2e4", "e7e5"});
-    EXPECT_EQ(second, first + 1);
-    EXPECT_EQ(Games(open, OVK_SCOPE_KEY), (std::vector<int32_t>{first, second}));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace {
 
 TEST(KeyDatabaseOpen, BadArgumentsAndPathsAreRefused)
 {
-    ScratchDirectory scratch;
+    TempDir scratch;
     const std::string missing = scratch.Path() + "/missing.ovg";
     const std::string noDirectory = scratch.Path() + "/no/such/dir/games.ovg";
     struct Case {
@@ -38,36 +38,21 @@ TEST(KeyDatabaseOpen, BadArgumentsAndPathsAreRefused)
     EXPECT_FALSE(FileExists(missing));
 }
 
-TEST(KeyDatabaseOpen, GameFileWithoutKeyFilesIsMissing)
+TEST(KeyDatabaseOpen, MissingOrGarbageKeyFilesAreRefused)
 {
-    ScratchDirectory scratch;
+    TempDir scratch;
     const std::string path = scratch.Path() + "/games.ovg";
-    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
-    ASSERT_EQ(IDCloseBase(0), 1);
-    ASSERT_EQ(OvkDeleteDatabaseFiles(path.c_str(), (scratch.Path() + "/OvIndex/").c_str(),
-                                     OV_KEYFILES_LISTS),
-              1);
-    EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_MISSING);
-    EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
-    EXPECT_EQ(IDCloseBase(0), 1);
-}
-
-TEST(KeyDatabaseOpen, GarbageKeyFileIsRefused)
-{
-    ScratchDirectory scratch;
-    const std::string path = scratch.Path() + "/games.ovg";
-    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
-    ASSERT_EQ(IDCloseBase(0), 1);
     const std::string tree = scratch.Path() + "/OvIndex/games.ovg.okt";
-    for (const std::string& garbage :
-         {std::string("this is no key tree at all, just some text"), std::string(5000, '\xF3'),
-          std::string()}) {
-        ASSERT_TRUE(FileExists(tree));
+    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
+    ASSERT_EQ(IDCloseBase(0), 1);
+    ASSERT_EQ(OvkDeleteDatabaseFiles(path.c_str(), (scratch.Path() + "/OvIndex/").c_str(), OV_KEYFILES_LISTS), 1);
+    EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_MISSING);
+    ASSERT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_CREATE, 0), OVK_OPEN_OK);
+    ASSERT_EQ(IDCloseBase(0), 1);
+    for (const std::string& garbage : {std::string("no key tree, just text"), std::string(5000, '\xF3'), std::string()}) {
         WriteFile(tree, garbage);
-        EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_FAILED)
-            << garbage.size();
+        EXPECT_EQ(IDOpenBase(path.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_FAILED) << garbage.size();
         EXPECT_EQ(IDCloseBase(0), 0);
-        WriteFile(tree, garbage);
     }
 }
 
@@ -114,36 +99,33 @@ TEST(KeyDatabaseOpen, EveryCallFailsWithoutAnOpenDatabase)
 
 using KeyDatabaseFiles = KeyTreeTest;
 
-TEST_F(KeyDatabaseFiles, ReopeningKeepsKeysAndDeletedCount)
+TEST_F(KeyDatabaseFiles, StatusAndKeysSurviveReopening)
 {
-    ASSERT_EQ(DbsAdjustDeletedGames(2), 1);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen);
+    ASSERT_EQ(OvkFileAction(1), 1);
+    EXPECT_EQ(DbsFileStatus(OvgFileInBulk), OvgFileInBulk);
+    ASSERT_EQ(OvkFileAction(0), 1);
+    ASSERT_EQ(DbsAdjustDeletedGames(3), 1);
+    ASSERT_EQ(DbsAdjustDeletedGames(-1), 1);
+    // Of two keys with the same position the lowest is found, before and after reopening.
+    BoardLine line = PlayLine({"d2d4", "d7d5"});
+    const int32_t again = ovkey::AddKey({"D01", "Closed game again", "", &line.board, d4, line.moves});
+    ASSERT_GT(again, d5);
+    int32_t key = 0;
+    EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
+    EXPECT_EQ(key, d5);
     EXPECT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_BUSY);
     ASSERT_EQ(IDCloseBase(0), 1);
     ASSERT_EQ(IDOpenBase(gameFile.c_str(), OV_KEYDB_OPEN_EXISTING, 0), OVK_OPEN_OK);
 
     EXPECT_EQ(DbsGetDatabaseDepth(), 4);
-    BoardLine line = PlayLine({"d2d4", "d7d5"});
-    int32_t key = 0;
+    key = 0;
     EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
     EXPECT_EQ(key, d5);
-    char name[256];
-    EXPECT_EQ(OvkGetKeyName(nf3, name, 0, sizeof name), 1);
-    EXPECT_STREQ(name, "Sicilian: 2.Nf3");
-    EXPECT_EQ(OvkGetNextKey(d5, OV_KEYORDER_TREE), e4);
-    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileHasDeleted);
-}
-
-TEST_F(KeyDatabaseFiles, StatusFollowsRunsAndDeletedGames)
-{
-    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen);
-    ASSERT_EQ(OvkFileAction(1), 1);
-    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileInBulk);
-    EXPECT_EQ(DbsFileStatus(OvgFileInBulk), OvgFileInBulk);
-    ASSERT_EQ(OvkFileAction(0), 1);
-    ASSERT_EQ(DbsAdjustDeletedGames(1), 1);
+    EXPECT_EQ(OvkGetNextKey(d5, OV_KEYORDER_TREE), again);
     EXPECT_EQ(DbsFileStatus(0), OvgFileOpen | OvgFileHasDeleted);
     ASSERT_EQ(DbsAdjustDeletedGames(-5), 1);
-    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen);
+    EXPECT_EQ(DbsFileStatus(0), OvgFileOpen) << "no deleted game left";
 }
 
 TEST_F(KeyDatabaseFiles, OptimisingKeepsEverything)
@@ -151,10 +133,8 @@ TEST_F(KeyDatabaseFiles, OptimisingKeepsEverything)
     struct Case {
         int32_t first, second, target, level, reserved, expected;
     };
-    for (const Case& c : {Case{0, 0, 1, OV_KEYDB_OPTIMIZE_QUICK, 0, 1},
-                          Case{0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0, 1},
-                          Case{0, 0, 1, 2, 0, 0}, Case{1, 0, 1, 0, 0, 0},
-                          Case{0, 0, 0, 0, 0, 0}, Case{0, 0, 1, 0, 9, 0}})
+    for (const Case& c : {Case{0, 0, 1, OV_KEYDB_OPTIMIZE_QUICK, 0, 1}, Case{0, 0, 1, OV_KEYDB_OPTIMIZE_FULL, 0, 1},
+                          Case{0, 0, 1, 2, 0, 0}, Case{1, 0, 1, 0, 0, 0}, Case{0, 0, 0, 0, 0, 0}, Case{0, 0, 1, 0, 9, 0}})
         EXPECT_EQ(OvkOptimizeDatabase(c.first, c.second, c.target, c.level, c.reserved),
                   c.expected)
             << c.first << c.second << c.target << c.level << c.reserved;

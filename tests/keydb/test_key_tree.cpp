@@ -12,45 +12,31 @@
 
 namespace {
 
-using KeyPositions = KeyTreeTest;
+using KeyTree = KeyTreeTest;
 
-TEST_F(KeyPositions, EachKeyIsFoundByItsPosition)
+TEST_F(KeyTree, EachKeyIsFoundByItsPositionAndOnlyByIt)
 {
-    struct Case {
-        BoardLine line;
-        int32_t expected;
-    };
-    const std::vector<Case> cases = {
+    const std::vector<std::pair<BoardLine, int32_t>> cases = {
         {PlayLine({}), start},
-        {PlayLine({"e2e4"}), e4},
         {PlayLine({"e2e4", "c7c5", "g1f3"}), nf3},
         {PlayLine({"d2d4", "d7d5"}), d5},
-        // The same position by another order of moves.
-        {PlayLine({"g1f3", "c7c5", "e2e4"}), nf3},
+        {PlayLine({"g1f3", "c7c5", "e2e4"}), nf3},  // by another order of moves
     };
-    for (const Case& c : cases) {
+    for (const auto& [line, expected] : cases) {
         int32_t key = -7;
-        EXPECT_EQ(OvkFindPosition(&c.line.board, &key), 1);
-        EXPECT_EQ(key, c.expected);
+        EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
+        EXPECT_EQ(key, expected);
     }
-}
-
-TEST_F(KeyPositions, UnknownPositionLeavesTheKeyAlone)
-{
     int32_t key = -7;
     BoardLine french = PlayLine({"e2e4", "e7e6"});
     EXPECT_EQ(OvkFindPosition(&french.board, &key), 0);
-    EXPECT_EQ(key, -7);
-    // Same squares with the other side to move is another position.
-    BoardLine e4Board = PlayLine({"e2e4"});
-    e4Board.board.sideToMove = 0;
-    EXPECT_EQ(OvkFindPosition(&e4Board.board, &key), 0);
+    EXPECT_EQ(key, -7) << "a miss leaves the key alone";
+    BoardLine otherSide = PlayLine({"e2e4"});
+    otherSide.board.sideToMove = 0;
+    EXPECT_EQ(OvkFindPosition(&otherSide.board, &key), 0);
     EXPECT_EQ(OvkFindPosition(nullptr, &key), 0);
     EXPECT_EQ(OvkFindPosition(&french.board, nullptr), 0);
-}
 
-TEST_F(KeyPositions, DriverExtrasDoNotChangeThePosition)
-{
     // An en passant file no pawn can use, the border and the reserved bytes
     // are the driver's business.
     BoardLine line = PlayLine({"e2e4"});
@@ -58,87 +44,51 @@ TEST_F(KeyPositions, DriverExtrasDoNotChangeThePosition)
     std::memset(line.board.squares, 0xFF, 11);
     std::memset(line.board.reserved, 0xAB, sizeof line.board.reserved);
     line.board.castling |= 0x03;
-    int32_t key = 0;
     EXPECT_EQ(OvkFindPosition(&line.board, &key), 1);
     EXPECT_EQ(key, e4);
-}
 
-TEST_F(KeyPositions, UsableEnPassantFileMakesAnotherPosition)
-{
+    // A usable en passant file makes another position.
     BoardLine plain = PlayLine({"e2e4", "g8f6", "e4e5", "d7d5"});
-    const int32_t key = ovkey::AddKey({"B02", "Alekhine", "", &plain.board, e4, plain.moves});
-    ASSERT_NE(key, 0);
-    BoardLine later = plain;
-    later.board.epFile = 0;  // the same squares, but the capture is gone
-    int32_t found = 0;
-    EXPECT_EQ(OvkFindPosition(&plain.board, &found), 1);
-    EXPECT_EQ(found, key);
-    EXPECT_EQ(OvkFindPosition(&later.board, &found), 0);
+    const int32_t alekhine = ovkey::AddKey({"B02", "Alekhine", "", &plain.board, e4, plain.moves});
+    ASSERT_NE(alekhine, 0);
+    EXPECT_EQ(OvkFindPosition(&plain.board, &key), 1);
+    EXPECT_EQ(key, alekhine);
+    plain.board.epFile = 0;
+    EXPECT_EQ(OvkFindPosition(&plain.board, &key), 0);
 }
 
-TEST_F(KeyPositions, KeyPositionComesBackAsABoard)
+TEST_F(KeyTree, PositionMovesTextsAndDataOfAKey)
 {
     BoardRecord board;
     ASSERT_EQ(OvkGetKeyPosition(nf3, &board), 1);
     int32_t key = 0;
     EXPECT_EQ(OvkFindPosition(&board, &key), 1);
     EXPECT_EQ(key, nf3);
-    EXPECT_EQ(board.sideToMove, 1);
     EXPECT_EQ(board.ply, 4);
-    EXPECT_EQ(board.squares[BoardIndex(5, 2)], DrvWhiteKnight);
-
     std::memset(&board, 0x5A, sizeof board);
     EXPECT_EQ(OvkGetKeyPosition(9999, &board), 0);
     const BoardRecord zero{};
     EXPECT_EQ(std::memcmp(&board, &zero, sizeof board), 0);
     EXPECT_EQ(OvkGetKeyPosition(nf3, nullptr), 0);
-}
-
-TEST_F(KeyPositions, DepthCoversTheLongestLine)
-{
     EXPECT_EQ(DbsGetDatabaseDepth(), 4);
-}
 
-TEST_F(KeyPositions, MovesOfTheKeyLine)
-{
     const PackedMove e2e4 = 12 | (28 << 8), c7c5 = 50 | (34 << 8), g1f3 = 6 | (21 << 8);
     EXPECT_EQ(DbsGetKeyMove(nf3, 0, OV_KEYMOVE_LAST), g1f3);
     EXPECT_EQ(DbsGetKeyMove(nf3, 0, 1), e2e4);
     EXPECT_EQ(DbsGetKeyMove(nf3, 0, 2), c7c5);
-    EXPECT_EQ(DbsGetKeyMove(nf3, 0, 4), 0);
-    EXPECT_EQ(DbsGetKeyMove(nf3, 0, -1), 0);
-    EXPECT_EQ(DbsGetKeyMove(start, 0, OV_KEYMOVE_LAST), 0);
-    EXPECT_EQ(DbsGetKeyMove(9999, 0, OV_KEYMOVE_LAST), 0);
-}
+    for (const auto& [from, which] : std::vector<std::pair<int32_t, int32_t>>{
+             {nf3, 4}, {nf3, -1}, {start, OV_KEYMOVE_LAST}, {9999, OV_KEYMOVE_LAST}})
+        EXPECT_EQ(DbsGetKeyMove(from, 0, which), 0) << from << " " << which;
 
-using KeyTexts = KeyTreeTest;
-
-TEST_F(KeyTexts, CodeNameRemarkAndData)
-{
-    char code[256], name[256], remark[256];
+    char code[256] = "old", name[256], remark[256];
     EXPECT_EQ(DbsGetKeycode(sicilian, code), 1);
     EXPECT_EQ(OvkGetKeyName(sicilian, name, 0, sizeof name), 1);
     EXPECT_EQ(DbsGetRemark(sicilian, remark), 1);
     EXPECT_STREQ(code, "B20");
     EXPECT_STREQ(name, "Sicilian");
     EXPECT_STREQ(remark, "remark B20");
-
-    sKeyData data;
-    ASSERT_EQ(DbsGetKeyDataInfo(sicilian, &data), 1);
-    EXPECT_EQ(data.key, sicilian);
-    EXPECT_EQ(data.parent, e4);
-    EXPECT_EQ(data.level, 2);
-    EXPECT_EQ(data.ply, 2);
-    EXPECT_EQ(data.childCount, 1);
-    EXPECT_EQ(data.gameCount, 0);
-}
-
-TEST_F(KeyTexts, UnknownKeysAndSmallBuffers)
-{
-    char text[256] = "old";
-    EXPECT_EQ(DbsGetKeycode(9999, text), 0);
-    EXPECT_STREQ(text, "");
-    EXPECT_EQ(DbsGetKeycode(0, text), 0);
+    EXPECT_EQ(DbsGetKeycode(9999, code), 0);
+    EXPECT_STREQ(code, "");
     char small[5] = {'x', 'x', 'x', 'x', 'x'};
     EXPECT_EQ(OvkGetKeyName(sicilian, small, 0, sizeof small), 1);
     EXPECT_STREQ(small, "Sici");
@@ -146,106 +96,64 @@ TEST_F(KeyTexts, UnknownKeysAndSmallBuffers)
     EXPECT_EQ(DbsGetRemark(sicilian, nullptr), 0);
 
     sKeyData data;
+    ASSERT_EQ(DbsGetKeyDataInfo(sicilian, &data), 1);
+    EXPECT_EQ((std::vector<int32_t>{data.key, data.parent, data.level, data.ply, data.childCount, data.gameCount}),
+              (std::vector<int32_t>{sicilian, e4, 2, 2, 1, 0}));
     std::memset(&data, 0x11, sizeof data);
     EXPECT_EQ(DbsGetKeyDataInfo(-3, &data), 0);
     EXPECT_EQ(data.key, 0);
     EXPECT_EQ(data.childCount, 0);
-}
 
-TEST_F(KeyTexts, LongTextsAreCutToFitTheirBuffers)
-{
-    const std::string longName(400, 'n');
-    BoardLine line = PlayLine({"c2c4"});
-    const int32_t key = ovkey::AddKey({"A10", longName, "", &line.board, start, line.moves});
-    char name[256];
-    ASSERT_EQ(OvkGetKeyName(key, name, 0, sizeof name), 1);
-    EXPECT_EQ(std::strlen(name), 255u);
-}
-
-TEST_F(KeyTexts, AddKeyRefusesUnknownParentsAndMissingBoards)
-{
+    // Adding: long names are cut to fit, unknown parents and missing boards refused.
     BoardLine line = PlayLine({"c2c4"});
     EXPECT_EQ(ovkey::AddKey({"A10", "English", "", &line.board, 9999, line.moves}), 0);
     EXPECT_EQ(ovkey::AddKey({"A10", "English", "", nullptr, start, line.moves}), 0);
+    const int32_t english = ovkey::AddKey({"A10", std::string(400, 'n'), "", &line.board, start, line.moves});
+    ASSERT_EQ(OvkGetKeyName(english, name, 0, sizeof name), 1);
+    EXPECT_EQ(std::strlen(name), 255u);
 }
 
-using KeyChildren = KeyTreeTest;
-
-TEST_F(KeyChildren, ChildKeysComeNegatedInCodeOrder)
+TEST_F(KeyTree, ChildKeysComeNegatedInCodeOrder)
 {
     int32_t keys[10] = {};
     ASSERT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, 10), 2);
     EXPECT_EQ(keys[0], -sicilian);
     EXPECT_EQ(keys[1], -open);
-
     int32_t one[2] = {0, 77};
     EXPECT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, one, 1), 1);
     EXPECT_EQ(one[1], 77);
-
     EXPECT_EQ(DbsSearchKey(nf3, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, 10), 0);
     EXPECT_EQ(DbsSearchKey(0, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, 10), 1);
     EXPECT_EQ(keys[0], -start);
     EXPECT_EQ(DbsSearchKey(start, OVK_SEARCH_CHILDREN, OVK_SCOPE_SUBTREE, keys, 10), 6);
+
+    EXPECT_EQ(DbsSearchKey(9999, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, 4), -1);
+    EXPECT_EQ(DbsSearchKey(e4, 3, OVK_SCOPE_KEY, keys, 4), -1);
+    EXPECT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, 0, keys, 4), -1);
+    EXPECT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, nullptr, 4), -1);
+    EXPECT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, -1), -1);
+    EXPECT_EQ(DbsSearchKey(e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, nullptr, 0), 0);
 }
 
-TEST_F(KeyChildren, BadRequestsFail)
+TEST_F(KeyTree, IterationInTreeCodeAndSiblingOrderBothWays)
 {
-    int32_t keys[4];
-    struct Case {
-        int32_t key, what, scope;
-        int32_t* array;
-        int32_t size;
-        int32_t expected;
+    const auto walk = [](int32_t from, int32_t order, bool forward) {
+        std::vector<int32_t> keys;
+        for (int32_t key = from; key != 0 && keys.size() < 100;
+             key = forward ? OvkGetNextKey(key, order) : OvkGetPreviousKey(key, order))
+            keys.insert(forward ? keys.end() : keys.begin(), key);
+        return keys;
     };
-    for (const Case& c : {Case{9999, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, 4, -1},
-                          Case{e4, 3, OVK_SCOPE_KEY, keys, 4, -1},
-                          Case{e4, OVK_SEARCH_CHILDREN, 0, keys, 4, -1},
-                          Case{e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, nullptr, 4, -1},
-                          Case{e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, keys, -1, -1},
-                          Case{e4, OVK_SEARCH_CHILDREN, OVK_SCOPE_KEY, nullptr, 0, 0}})
-        EXPECT_EQ(DbsSearchKey(c.key, c.what, c.scope, c.array, c.size), c.expected)
-            << c.key << " " << c.what << " " << c.scope << " " << c.size;
-}
-
-using KeyIteration = KeyTreeTest;
-
-std::vector<int32_t> WalkForward(int32_t first, int32_t order)
-{
-    std::vector<int32_t> keys;
-    for (int32_t key = first; key != 0 && keys.size() < 100; key = OvkGetNextKey(key, order))
-        keys.push_back(key);
-    return keys;
-}
-
-std::vector<int32_t> WalkBackward(int32_t last, int32_t order)
-{
-    std::vector<int32_t> keys;
-    for (int32_t key = last; key != 0 && keys.size() < 100; key = OvkGetPreviousKey(key, order))
-        keys.insert(keys.begin(), key);
-    return keys;
-}
-
-TEST_F(KeyIteration, TreeOrderIsDepthFirstBothWays)
-{
-    const std::vector<int32_t> expected = {start, d4, d5, e4, sicilian, nf3, open};
-    EXPECT_EQ(WalkForward(OvkGetFirstKey(0, OV_KEYORDER_TREE), OV_KEYORDER_TREE), expected);
-    EXPECT_EQ(WalkBackward(open, OV_KEYORDER_TREE), expected);
-}
-
-TEST_F(KeyIteration, CodeOrderAndSiblingOrder)
-{
+    const std::vector<int32_t> tree = {start, d4, d5, e4, sicilian, nf3, open};
+    EXPECT_EQ(walk(OvkGetFirstKey(0, OV_KEYORDER_TREE), OV_KEYORDER_TREE, true), tree);
+    EXPECT_EQ(walk(open, OV_KEYORDER_TREE, false), tree);
     const std::vector<int32_t> byCode = {start, d4, e4, sicilian, nf3, open, d5};
-    EXPECT_EQ(WalkForward(OvkGetFirstKey(0, OV_KEYORDER_CODE), OV_KEYORDER_CODE), byCode);
-    EXPECT_EQ(WalkBackward(d5, OV_KEYORDER_CODE), byCode);
-
-    const std::vector<int32_t> siblings = {d4, e4};
-    EXPECT_EQ(WalkForward(OvkGetFirstKey(start, OV_KEYORDER_SIBLING), OV_KEYORDER_SIBLING),
-              siblings);
+    EXPECT_EQ(walk(OvkGetFirstKey(0, OV_KEYORDER_CODE), OV_KEYORDER_CODE, true), byCode);
+    EXPECT_EQ(walk(d5, OV_KEYORDER_CODE, false), byCode);
+    EXPECT_EQ(walk(OvkGetFirstKey(start, OV_KEYORDER_SIBLING), OV_KEYORDER_SIBLING, true),
+              (std::vector<int32_t>{d4, e4}));
     EXPECT_EQ(OvkGetPreviousKey(d4, OV_KEYORDER_SIBLING), 0);
-}
 
-TEST_F(KeyIteration, UnknownKeysAndOrdersEndTheWalk)
-{
     EXPECT_EQ(OvkGetNextKey(9999, OV_KEYORDER_TREE), 0);
     EXPECT_EQ(OvkGetPreviousKey(0, OV_KEYORDER_CODE), 0);
     EXPECT_EQ(OvkGetFirstKey(0, 7), 0);
@@ -253,9 +161,7 @@ TEST_F(KeyIteration, UnknownKeysAndOrdersEndTheWalk)
     EXPECT_EQ(OvkGetFirstKey(nf3, OV_KEYORDER_TREE), 0);
 }
 
-using KeyView = KeyTreeTest;
-
-TEST_F(KeyView, LinesRelateToTheLineAbove)
+TEST_F(KeyTree, ViewLinesRelateToTheLineAboveInsideBalancedBrackets)
 {
     ASSERT_EQ(OvkFileAction(1), 1);
     sKeyViewLine lines[3];
@@ -264,23 +170,17 @@ TEST_F(KeyView, LinesRelateToTheLineAbove)
     ASSERT_EQ(DbsGetHorViewLine(sicilian, &lines[1], &lines[0]), 1);
     ASSERT_EQ(DbsGetHorViewLine(open, &lines[2], &lines[1]), 1);
     EXPECT_EQ(OvkFileAction(0), 1);
-
-    EXPECT_EQ(lines[0].relation, OV_KEYVIEW_UNRELATED);
-    EXPECT_EQ(lines[0].sharedMoves, 0);
-    EXPECT_EQ(lines[0].childCount, 2);
+    // relation, shared moves, children, moves and level of each line.
+    const auto numbers = [](const sKeyViewLine& l) {
+        return std::vector<int32_t>{l.relation, l.sharedMoves, l.childCount, l.moveCount, l.level};
+    };
+    EXPECT_EQ(numbers(lines[0]), (std::vector<int32_t>{OV_KEYVIEW_UNRELATED, 0, 2, 1, 1}));
+    EXPECT_EQ(numbers(lines[1]), (std::vector<int32_t>{OV_KEYVIEW_CHILD, 1, 1, 2, 2}));
+    EXPECT_EQ(numbers(lines[2]), (std::vector<int32_t>{OV_KEYVIEW_SIBLING, 1, 0, 2, 2}));
     EXPECT_STREQ(lines[0].keycode, "B00");
-    EXPECT_EQ(lines[1].relation, OV_KEYVIEW_CHILD);
-    EXPECT_EQ(lines[1].sharedMoves, 1);
-    EXPECT_EQ(lines[1].moveCount, 2);
-    EXPECT_EQ(lines[1].level, 2);
     EXPECT_STREQ(lines[1].name, "Sicilian");
-    EXPECT_EQ(lines[2].relation, OV_KEYVIEW_SIBLING);
-    EXPECT_EQ(lines[2].sharedMoves, 1);
     EXPECT_EQ(lines[2].moves[1], 52 | (36 << 8));
-}
 
-TEST_F(KeyView, UnknownKeyGivesABlankLineAndBracketsBalance)
-{
     sKeyViewLine line;
     std::memset(&line, 0x33, sizeof line);
     EXPECT_EQ(DbsGetHorViewLine(9999, &line, nullptr), 0);
@@ -293,47 +193,26 @@ TEST_F(KeyView, UnknownKeyGivesABlankLineAndBracketsBalance)
     EXPECT_EQ(line.relation, OV_KEYVIEW_SAME);
     EXPECT_EQ(line.sharedMoves, 1);
 
-    EXPECT_EQ(OvkFileAction(0), 0);
-    EXPECT_EQ(OvkFileAction(2), 0);
-    EXPECT_EQ(OvkFileAction(1), 1);
-    EXPECT_EQ(OvkFileAction(1), 1);
-    EXPECT_EQ(OvkFileAction(0), 1);
-    EXPECT_EQ(OvkFileAction(0), 1);
-    EXPECT_EQ(OvkFileAction(0), 0);
+    for (const auto& [action, result] : std::vector<std::pair<int32_t, int32_t>>{
+             {0, 0}, {2, 0}, {1, 1}, {1, 1}, {0, 1}, {0, 1}, {0, 0}})
+        EXPECT_EQ(OvkFileAction(action), result);
 }
 
-using KeyCacheBlock = KeyTreeTest;
-
-TEST_F(KeyCacheBlock, CachedKeysReadTheSameAndTheBlockIsLetGo)
+TEST_F(KeyTree, CachedKeysReadTheSameAndAbandonedKeysAreForgotten)
 {
-    std::vector<unsigned char> block(32 * OVK_CACHE_ENTRY_SIZE + 1, 0);
+    std::vector<unsigned char> block(4 * OVK_CACHE_ENTRY_SIZE + 1, 0);
     // An odd address: the cache must not rely on the block's alignment.
-    ASSERT_EQ(DbsKeyCacheOn(block.data() + 1, 32), 1);
+    ASSERT_EQ(DbsKeyCacheOn(block.data() + 1, 4), 1);
     char first[256], again[256];
     ASSERT_EQ(OvkGetKeyName(nf3, first, 0, sizeof first), 1);
     EXPECT_NE(std::count(block.begin(), block.end(), 0), static_cast<long>(block.size()));
+    for (int32_t key : {start, e4, sicilian, nf3, open, d4, d5}) {  // more keys than entries
+        char code[256];
+        ASSERT_EQ(DbsGetKeycode(key, code), 1);
+    }
     ASSERT_EQ(OvkGetKeyName(nf3, again, 0, sizeof again), 1);
     EXPECT_STREQ(first, again);
-    // More keys than entries.
-    for (int round = 0; round < 3; ++round)
-        for (int32_t key : {start, e4, sicilian, nf3, open, d4, d5}) {
-            char code[256];
-            ASSERT_EQ(DbsGetKeycode(key, code), 1);
-        }
-    EXPECT_EQ(DbsKeyCacheOff(), 1);
-    std::fill(block.begin(), block.end(), 0xEE);
-    char name[256];
-    ASSERT_EQ(OvkGetKeyName(nf3, name, 0, sizeof name), 1);
-    EXPECT_STREQ(name, "Sicilian: 2.Nf3");
 
-    EXPECT_EQ(DbsKeyCacheOn(nullptr, 32), 0);
-    EXPECT_EQ(DbsKeyCacheOn(block.data(), 0), 0);
-}
-
-TEST_F(KeyCacheBlock, AbandonedKeysAreForgottenByTheCache)
-{
-    std::vector<unsigned char> block(4 * OVK_CACHE_ENTRY_SIZE, 0);
-    ASSERT_EQ(DbsKeyCacheOn(block.data(), 4), 1);
     int32_t added = 0;
     {
         ovkey::KeyTreeBatch batch;
@@ -349,7 +228,13 @@ TEST_F(KeyCacheBlock, AbandonedKeysAreForgottenByTheCache)
     BoardLine line = PlayLine({"c2c4"});
     int32_t key = 0;
     EXPECT_EQ(OvkFindPosition(&line.board, &key), 0);
-    DbsKeyCacheOff();
+
+    EXPECT_EQ(DbsKeyCacheOff(), 1);
+    std::fill(block.begin(), block.end(), 0xEE);
+    ASSERT_EQ(OvkGetKeyName(nf3, first, 0, sizeof first), 1);
+    EXPECT_STREQ(first, "Sicilian: 2.Nf3") << "the block is let go";
+    EXPECT_EQ(DbsKeyCacheOn(nullptr, 32), 0);
+    EXPECT_EQ(DbsKeyCacheOn(block.data(), 0), 0);
 }
 
 }  // namespace

@@ -7,25 +7,6 @@
 
 namespace fs = std::filesystem;
 
-bool CutCorpusPrefix(const fs::path& path, int games)
-{
-    std::ifstream in(CorpusPath, std::ios::binary);
-    if (!in)
-        return false;
-    std::ofstream out(path, std::ios::binary);
-    std::string line;
-    int seen = 0;
-    while (std::getline(in, line)) {
-        if (line.starts_with("[Event ") && ++seen > games)
-            break;
-        if (line.starts_with("[ECO ") || line.starts_with("[Opening ") || line.starts_with("[Variation ") ||
-            line.starts_with("[SubVariation "))
-            continue;
-        out << line << '\n';
-    }
-    return true;
-}
-
 bool OpenEcoDatabase(const fs::path& gameFile)
 {
     std::ifstream input(EcoPath, std::ios::binary);

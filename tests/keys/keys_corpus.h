@@ -7,15 +7,17 @@
 #include <string>
 
 #include "orvan.h"
+#include "search/corpus_support.h"
 
-inline const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
 inline const std::string EcoPath = "/usr/share/pgn-extract/eco.pgn";
 inline const std::string PgnExtract = "/usr/games/pgn-extract";
 
 // Writes the first `games` games of the corpus to `path` without their
-// opening tags (ECO, Opening, Variation, SubVariation). False when the
-// corpus is missing.
-bool CutCorpusPrefix(const std::filesystem::path& path, int games);
+// opening tags. False when the corpus is missing.
+inline bool CutCorpusPrefix(const std::filesystem::path& path, int games)
+{
+    return !CopyCorpusPrefix(path, games, false).empty();
+}
 
 // Opens a new key database at `gameFile` holding the ECO tree. False when
 // the ECO file is missing or the database cannot be made.

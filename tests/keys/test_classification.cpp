@@ -2,7 +2,6 @@
 // which positions are looked up, and what the host gets back.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,17 +31,12 @@ protected:
         Fakes().games[Game] = game;
     }
 
-    static int Count(const std::string& prefix)
-    {
-        return int(std::count_if(Fakes().calls.begin(), Fakes().calls.end(),
-                                 [&](const std::string& call) { return call.starts_with(prefix); }));
-    }
+    static int Count(const std::string& prefix) { return int(FakeCallsStartingWith(prefix).size()); }
 
     static std::string FirstPlayMoves()
     {
-        const auto found = std::find_if(Fakes().calls.begin(), Fakes().calls.end(),
-                                        [](const std::string& call) { return call.starts_with("PlayMoves"); });
-        return found == Fakes().calls.end() ? "" : *found;
+        const auto calls = FakeCallsStartingWith("PlayMoves");
+        return calls.empty() ? "" : calls.front();
     }
 };
 
@@ -78,10 +72,8 @@ TEST_F(Classification, GameGoesToTheDeepestAllowedPositionAndWalksBack)
         EXPECT_EQ(FirstPlayMoves(), c.firstStep) << c.name;
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
-}
-
-TEST_F(Classification, GameWithoutReachedPlaceOrWithExtremePlies)
-{
+    // Without a place to report, and with the extreme plies.
+    ResetFakes();
     LayOutGame(5, 0);
     KeyFakes().depth = 20;
     KeyFakes().keyAtPly = {{5, 3}};
@@ -120,6 +112,15 @@ TEST_F(Classification, MovesLooksUpEachPositionWithoutStoppingAtAMiss)
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
     EXPECT_EQ(OvClassifyMoves(Game, nullptr, 3), 0);
+
+    // A set-up game has no key by its moves, and is not moved.
+    ResetFakes();
+    LayOutGame(4, 2);
+    Fakes().results["IGGameGetStatus"] = 1;
+    std::vector<int32_t> keys = {9, 9, 9};
+    EXPECT_EQ(OvClassifyMoves(Game, keys.data(), 3), 0);
+    EXPECT_EQ(keys, (std::vector<int32_t>{0, 0, 0}));
+    EXPECT_EQ(Fakes().games[Game].played, 2);
 }
 
 TEST_F(Classification, PositionLooksUpWithoutMoving)

@@ -1,11 +1,9 @@
 // Classification on the real store and key database: every game of a corpus
 // prefix against the ECO tree, compared with pgn-extract's ECO code for the
-// same game; and browsing the tree it built.
+// same game.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -22,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr int PrefixGames = 3000;
 
 struct KeyedCorpus {
-    ScratchDirectory scratch;
+    TempDir scratch;
     fs::path directory{scratch.Path()};
     fs::path prefix;
     OvGameFile file = 0;
@@ -95,7 +93,6 @@ TEST_F(KeyedCorpusTest, GameKeysAgreeWithPgnExtract)
     ASSERT_EQ(expected.size(), size_t(PrefixGames));
 
     int agreed = 0;
-    std::vector<std::string> differences;
     for (int32_t n = 1; n <= PrefixGames; ++n) {
         ASSERT_NE(OvReadGame(Corpus->game, Corpus->file, n), 0) << n;
         int32_t reached = -1;
@@ -103,15 +100,11 @@ TEST_F(KeyedCorpusTest, GameKeysAgreeWithPgnExtract)
         if (code == expected[size_t(n - 1)])
             ++agreed;
         else
-            differences.push_back("game " + std::to_string(n) + ": " + code + " at ply " + std::to_string(reached) +
-                                  ", pgn-extract \"" + expected[size_t(n - 1)] + "\"");
+            std::cout << "  game " << n << ": " << code << " at ply " << reached << ", pgn-extract \""
+                      << expected[size_t(n - 1)] << "\"\n";
     }
     const double rate = double(agreed) / PrefixGames;
-    std::cout << "ECO agreement with pgn-extract: " << agreed << " of " << PrefixGames << " (" << 100 * rate
-              << "%)\n";
-    for (const std::string& difference : differences)
-        std::cout << "  " << difference << "\n";
-    RecordProperty("agreement", std::to_string(rate));
+    std::cout << "ECO agreement with pgn-extract: " << agreed << " of " << PrefixGames << "\n";
     EXPECT_GE(rate, 0.98);
 }
 
@@ -144,59 +137,6 @@ TEST_F(KeyedCorpusTest, MovesGameAndPositionTellTheSameKeys)
         EXPECT_EQ(OvClassifyGame(Corpus->game, limit, &reached), keys[size_t(deepest)]) << n;
         EXPECT_EQ(reached, deepest) << n;
     }
-}
-
-TEST_F(KeyedCorpusTest, SetUpGamesAreNotClassifiedByMoves)
-{
-    const fs::path pgn = Corpus->directory / "setup.pgn";
-    WriteFile(pgn, "[Event \"e\"]\n[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n\n1. e4 Kd7 *\n");
-    const OvGameFile file = OvCreateGamefile((Corpus->directory / "setup.ovg").c_str());
-    ASSERT_EQ(OvPgnImport(pgn.c_str(), file, 0, nullptr, nullptr, 0), 0);
-    ASSERT_NE(OvReadGame(Corpus->game, file, 1), 0);
-    OvPlayMoves(Corpus->game, 1);
-    int32_t keys[4] = {9, 9, 9, 9};
-    EXPECT_EQ(OvClassifyMoves(Corpus->game, keys, 4), 0);
-    EXPECT_EQ(keys[3], 0);
-    sPosition position;
-    OvGetCurrentPos(Corpus->game, &position);
-    EXPECT_EQ(position.board[28], 9) << "the game has not moved";
-    int32_t reached = -1;
-    EXPECT_EQ(OvClassifyGame(Corpus->game, 10, &reached), 0);
-    EXPECT_EQ(reached, 0);
-    OvCloseGamefile(file);
-}
-
-TEST_F(KeyedCorpusTest, BrowsingTheTreeFromItsRoot)
-{
-    const int32_t root = OvGetFirstKey(0, OV_KEYORDER_TREE);
-    ASSERT_NE(root, 0);
-    sPosition position;
-    ASSERT_EQ(OvGetKeyPosition(root, &position), 1);
-    sPosition start;
-    OvGotoMove(Corpus->game, 0);
-    ASSERT_NE(OvReadGame(Corpus->game, Corpus->file, 1), 0);
-    OvGetInitialPos(Corpus->game, &start);
-    EXPECT_EQ(std::memcmp(&position, &start, sizeof start), 0);
-
-    std::vector<int32_t> children(64);
-    const int32_t count = OvGetChildKeys(root, children.data(), int32_t(children.size()));
-    ASSERT_GT(count, 1);
-    for (int32_t i = 0; i < count; ++i) {
-        sKeyInfo info{};
-        ASSERT_EQ(OvGetKeyInfo(children[size_t(i)], &info), 1);
-        EXPECT_EQ(info.data.parent, root);
-        EXPECT_NE(info.keycode[0], '\0');
-        EXPECT_NE(OvGetKeyMove(children[size_t(i)], OV_KEYMOVE_LAST), 0);
-    }
-    std::vector<sKeyViewLine> lines(3);
-    const int32_t viewKeys[3] = {root, children[0], children[1]};
-    EXPECT_EQ(OvGetKeyView(0, viewKeys, lines.data(), 0, 3), 1);
-    EXPECT_EQ(lines[1].key, children[0]);
-    EXPECT_EQ(lines[1].relation, OV_KEYVIEW_CHILD);
-    EXPECT_EQ(lines[2].relation, OV_KEYVIEW_SIBLING);
-    int32_t games[8];
-    EXPECT_GE(OvGetKeyGames(root, games, 8), 0);
-    EXPECT_EQ(OvGetChildKeys(INT32_MAX, children.data(), 4), -1);
 }
 
 }  // namespace

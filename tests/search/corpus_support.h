@@ -15,12 +15,15 @@ inline const std::string CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfpl
 
 using Tags = std::map<std::string, std::string>;
 
-// Copies the first `games` games of the corpus to `path`; returns the tag
-// pairs of each game copied.
-inline std::vector<Tags> CopyCorpusPrefix(const std::string& path, int games)
+// Copies the first `games` games of the corpus to `path`, without their
+// opening tags (ECO, Opening, Variation, SubVariation) when `openingTags` is
+// false; returns the tag pairs of each game copied, none when the corpus is missing.
+inline std::vector<Tags> CopyCorpusPrefix(const std::string& path, int games, bool openingTags = true)
 {
     std::vector<Tags> copied;
     std::ifstream in(CorpusPath, std::ios::binary);
+    if (!in)
+        return copied;
     std::ofstream out(path, std::ios::binary);
     std::string line;
     while (std::getline(in, line)) {
@@ -29,6 +32,9 @@ inline std::vector<Tags> CopyCorpusPrefix(const std::string& path, int games)
                 break;
             copied.emplace_back();
         }
+        if (!openingTags && (line.starts_with("[ECO ") || line.starts_with("[Opening ") ||
+                             line.starts_with("[Variation ") || line.starts_with("[SubVariation ")))
+            continue;
         if (line.starts_with("[") && !copied.empty()) {
             const size_t quote = line.find('"');
             const size_t end = line.rfind('"');

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "search/header_match.h"
-#include "search/query.h"
 
 namespace {
 
@@ -35,21 +34,6 @@ TEST(TextComparators, WalkFoldedGameTextAgainstQuery)
         EXPECT_EQ(TextEquals(c.query, c.text), c.equals);
         EXPECT_EQ(TextBeginsWith(c.query, c.text), c.beginsWith);
         EXPECT_EQ(TextContains(c.query, c.text), c.contains);
-    }
-}
-
-TEST(TextComparators, QueryFoldingMeetsHeaderFolding)
-{
-    // ANSI letters of a host query against the same letters stored in OEM.
-    struct Case {
-        uint8_t ansi, oem;
-        bool fits;
-    };
-    const Case cases[] = {{0xF1, 0xA4, true}, {0xFC, 0x81, false}, {0xE6, 0x91, true}, {'Q', 'Q', true}};
-    for (const Case& c : cases) {
-        const char query[2] = {static_cast<char>(QueryFoldTable[c.ansi]), '\0'};
-        const char text[2] = {static_cast<char>(c.oem), '\0'};
-        EXPECT_EQ(TextEquals(query, text), c.fits ? 1 : 0) << std::hex << int(c.ansi);
     }
 }
 

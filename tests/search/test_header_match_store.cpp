@@ -55,47 +55,28 @@ TEST(HeaderMatchOnStore, EachFieldAndOperator)
 {
     const auto none = [](OvGameBuffer) {};
     const MatchCase cases[] = {
-        {"year holds for every date of it", [](OvGameBuffer g) { Date(g, 1997, 12, 31); }, QfDate, QopEquals, "1997", 0, 1},
-        {"year holds for a year alone", [](OvGameBuffer g) { Date(g, 1997, 0, 0); }, QfDate, QopEquals, "1997", 0, 1},
         {"month holds without a day", [](OvGameBuffer g) { Date(g, 1997, 5, 0); }, QfDate, QopEquals, "5.1997", 0, 1},
-        {"other month", [](OvGameBuffer g) { Date(g, 1997, 6, 1); }, QfDate, QopEquals, "5.1997", 0, 0},
-        {"full date needs the day", [](OvGameBuffer g) { Date(g, 1997, 5, 0); }, QfDate, QopEquals, "12.5.1997", 0, 0},
         {"no date lies before all", none, QfDate, QopBeginsWith, "1900", 0, 1},
         {"month 13 reads as 0", [](OvGameBuffer g) { Date(g, 1997, 13, 5); }, QfDate, QopEquals, "1997", 0, 1},
         {"later year", [](OvGameBuffer g) { Date(g, 2001, 1, 1); }, QfDate, QopNotContains, "2000", 0, 1},
         {"0 moves", none, QfMoves, QopEquals, "0", 0, 1},
         {"1 half-move is 1 move", [](OvGameBuffer g) { KnightDance(g, 1); }, QfMoves, QopEquals, "1", 0, 1},
-        {"2 half-moves are 1 move", [](OvGameBuffer g) { KnightDance(g, 2); }, QfMoves, QopEquals, "1", 0, 1},
-        {"3 half-moves are 2 moves", [](OvGameBuffer g) { KnightDance(g, 3); }, QfMoves, QopEquals, "2", 0, 1},
         {"79 half-moves are 40 moves", [](OvGameBuffer g) { KnightDance(g, 79); }, QfMoves, QopEquals, "40", 0, 1},
-        {"80 half-moves are 40 moves", [](OvGameBuffer g) { KnightDance(g, 80); }, QfMoves, QopEquals, "40", 0, 1},
-        {"both Elo equal the query", [](OvGameBuffer g) { Elos(g, 2400, 2400); }, QfElo, QopNotEquals, "2400", 0, 0},
         {"one Elo differs", [](OvGameBuffer g) { Elos(g, 2400, 2500); }, QfElo, QopNotEquals, "2400", 0, 1},
-        {"one Elo high enough", [](OvGameBuffer g) { Elos(g, 1000, 2500); }, QfElo, QopNotBeginsWith, "2500", 0, 1},
-        {"no Elo high enough", [](OvGameBuffer g) { Elos(g, 2499, 1000); }, QfElo, QopNotBeginsWith, "2500", 0, 0},
         {"Elo 0 is below", none, QfElo, QopBeginsWith, "2000", 0, 1},
         {"Black Elo alone", [](OvGameBuffer g) { Elos(g, 2600, 1500); }, QfBlackElo, QopContains, "1500", 0, 1},
         {"White not Alpha, Black is", [](OvGameBuffer g) { Players(g, "Beta", "Alpha"); }, QfWhite, QopNotEquals, "Alpha", 0, 1},
-        {"no player Alpha", [](OvGameBuffer g) { Players(g, "Beta", "Gamma"); }, QfPlayer, QopNotEquals, "alpha", 0, 1},
         {"a player Alpha", [](OvGameBuffer g) { Players(g, "Beta", "ALPHA"); }, QfPlayer, QopEquals, "Alpha", 0, 1},
         {"player Alpha excluded", [](OvGameBuffer g) { Players(g, "Alpha", "Beta"); }, QfPlayer, QopNotEquals, "Alpha", 0, 0},
-        {"empty player asked", none, QfBlack, QopEquals, "", 0, 1},
-        {"not empty player asked", none, QfBlack, QopNotEquals, "", 0, 0},
         {"u umlaut never fits", [](OvGameBuffer g) { Players(g, "M\x81ller", ""); }, QfWhite, QopEquals, "M\xFCller", 0, 0},
-        {"the rest of the name fits", [](OvGameBuffer g) { Players(g, "M\x81ller", ""); }, QfWhite, QopContains, "LLER", 0, 1},
         {"n tilde fits", [](OvGameBuffer g) { Players(g, "Pe\xA4" "a", ""); }, QfPlayer, QopEquals, "pe\xF1" "a", 0, 1},
-        {"country of either", [](OvGameBuffer g) { IGGamePutCountry(g, 1, "NOR"); }, QfCountry, QopEquals, "nor", 0, 1},
         {"title begins", [](OvGameBuffer g) { IGGamePutTitle(g, 0, "WGM"); }, QfWhiteTitle, QopNotBeginsWith, "GM", 0, 1},
-        {"key code", [](OvGameBuffer g) { IGGamePutKeycode(g, "B90"); }, QfKeycode, QopBeginsWith, "b9", 0, 1},
         {"event contains", [](OvGameBuffer g) { IGGamePutPlace(g, "Geneva Open"); }, QfPlace, QopContains, "OPEN", 0, 1},
         {"site", [](OvGameBuffer g) { IGGamePutSite(g, "Oslo"); }, QfSite, QopNotContains, "osl", 0, 0},
-        {"annotator", [](OvGameBuffer g) { IGGamePutAnnotator(g, "Kim"); }, QfAnnotator, QopEquals, "kim", 0, 1},
         {"remark", [](OvGameBuffer g) { IGGamePutRemark(g, "blitz"); }, QfRemark, QopContains, "lit", 0, 1},
         {"round", [](OvGameBuffer g) { IGGamePutRound(g, 7); }, QfRound, QopNotContains, "6", 0, 1},
         {"load number", [](OvGameBuffer g) { IGGamePutSourceLoadnumber(g, 12); }, QfLoadnumber, QopEquals, "12", 0, 1},
         {"no result is *", none, QfResult, QopEquals, "*", 0, 1},
-        {"a result is not *", [](OvGameBuffer g) { IGGamePutResult(g, 3, 0); }, QfResult, QopNotEquals, "*", 0, 1},
-        {"black won", [](OvGameBuffer g) { IGGamePutResult(g, 3, 0); }, QfResult, QopContains, "0-1", 0, 1},
         {"draw is no white win", [](OvGameBuffer g) { IGGamePutResult(g, 2, 0); }, QfResult, QopEquals, "1-0", 0, 0},
         {"unknown field", none, 23, QopEquals, "x", 0, 0},
         {"deleted game left out", [](OvGameBuffer g) { IGGamePutStatus(g, OvgStatusDeleted, 1); }, QfResult, QopEquals, "*", 0, 0},
@@ -116,12 +97,8 @@ TEST(HeaderMatchOnStore, EachFieldAndOperator)
         ASSERT_EQ(groups, 1);
         EXPECT_EQ(MatchGame(game, prepared, groups, conditions), c.hit);
     }
-    IGGameCloseGame(game);
-}
-
-TEST(HeaderMatchOnStore, QueriesWithoutLiveConditions)
-{
-    const OvGameBuffer game = IGGameOpenGame();
+    // Without live conditions: every game not deleted, and with deleted games
+    // included, none (the empty query is the host's business).
     sQuery prepared = MakeQuery(QueryHeader, 0);
     for (int32_t deleted : {0, 1}) {
         IGGamePutStatus(game, OvgStatusDeleted, deleted);

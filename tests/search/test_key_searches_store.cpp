@@ -3,10 +3,8 @@
 // the key database's own game lists and a walk through each game.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -15,6 +13,7 @@
 #include "search/corpus_support.h"
 #include "siblings/game_driver.h"
 #include "siblings/key_database.h"
+#include "tests/store/store_helpers.h"
 
 namespace {
 
@@ -23,17 +22,13 @@ namespace fs = std::filesystem;
 constexpr int PrefixGames = 800;
 
 constexpr PackedMove Move(int from, int to) { return static_cast<PackedMove>(from | (to << 8)); }
-constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36, B1 = 1, C3 = 18;
+constexpr int E2 = 12, E4 = 28, C7 = 50, C5 = 34, G1 = 6, F3 = 21, E7 = 52, E5 = 36;
 
 // Plays coordinate moves from the start in a fresh game buffer.
-void PlayFromStart(OvGameBuffer game, std::initializer_list<PackedMove> moves)
+void PlayFromStart(OvGameBuffer game, const std::vector<std::string>& moves)
 {
     NewGameErase(game);
-    for (const PackedMove move : moves) {
-        MoveXY xy{(move & 7) + 1, ((move >> 3) & 7) + 1, ((move >> 8) & 7) + 1, ((move >> 11) & 7) + 1, 0};
-        ASSERT_NE(LegalMove(game, &xy), 0);
-        ASSERT_EQ(AcceptMove(game, &xy), 1);
-    }
+    ASSERT_EQ(Play(game, moves), int(moves.size()));
 }
 
 class KeySearches : public ::testing::Test {
@@ -42,9 +37,7 @@ protected:
     {
         if (!fs::exists(CorpusPath))
             GTEST_SKIP() << "corpus not found at " << CorpusPath;
-        char pattern[] = "/tmp/search-keys-XXXXXX";
-        directory = mkdtemp(pattern);
-        const fs::path gamePath = directory / "games.ovg";
+        const std::string gamePath = directory.File("games.ovg");
         ASSERT_EQ(OvOpenDatabase(gamePath.c_str(), OV_KEYDB_CREATE), 1);
         const std::vector<ovkey::EcoLine> lines = {
             {"B20", "Sicilian", {Move(E2, E4), Move(C7, C5)}},
@@ -53,7 +46,7 @@ protected:
         };
         ASSERT_EQ(ovkey::BuildEcoTree(lines).keys, 4);
 
-        const fs::path pgnPath = directory / "prefix.pgn";
+        const std::string pgnPath = directory.File("prefix.pgn");
         CopyCorpusPrefix(pgnPath, PrefixGames);
         file = OvOpenGamefile(gamePath.c_str());
         ASSERT_NE(file, 0u);
@@ -61,7 +54,7 @@ protected:
         ASSERT_EQ(OvGetGamesCount(file), PrefixGames);
 
         game = OvAllocGameBuffer();
-        PlayFromStart(game, {Move(E2, E4), Move(C7, C5)});
+        PlayFromStart(game, {"e2e4", "c7c5"});
         ASSERT_NE(OvkFindPosition(IGGameGetBoard(game), &sicilian), 0);
     }
     void TearDown() override
@@ -71,8 +64,6 @@ protected:
         if (file != 0)
             OvCloseGamefile(file);
         OvCloseDatabase(0);
-        if (!directory.empty())
-            fs::remove_all(directory);
     }
 
     std::vector<int32_t> GamesOfKey(int32_t key) const
@@ -98,33 +89,15 @@ protected:
         return reached;
     }
 
-    fs::path directory;
+    TempDir directory;
     OvGameFile file = 0;
     OvGameBuffer game = 0;
     int32_t sicilian = 0;
 };
 
-TEST_F(KeySearches, KeyGamesAreTheKeysListWithoutReading)
-{
-    const std::vector<int32_t> expected = GamesOfKey(sicilian);
-    ASSERT_FALSE(expected.empty());
-    sQuery query{};
-    query.kind = QueryKeyGames;
-    query.key = sicilian;
-    Hits hits;
-    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
-    EXPECT_EQ(hits.numbers, expected);
-    EXPECT_EQ(hits.games, std::vector<uint32_t>(expected.size(), 1u));
-    EXPECT_EQ(hits.total, PrefixGames);
-
-    Hits none;
-    OvSearchKeyGames(file, 987654, &CollectHits, UserOf(none));
-    EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
-}
-
 TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
 {
-    PlayFromStart(game, {Move(E2, E4), Move(C7, C5), Move(B1, C3)});
+    PlayFromStart(game, {"e2e4", "c7c5", "b1c3"});
     sPosition wanted;
     OvGetCurrentPos(game, &wanted);
     Hits hits;
@@ -144,6 +117,10 @@ TEST_F(KeySearches, KeyMovesHitsOnlyGamesWhoseMainLineReachesThePosition)
         EXPECT_EQ(hit, MainLineReaches(number, wanted)) << "game " << number;
     }
     EXPECT_EQ(next, hits.numbers.size()) << "hits come in the key's order, from its games only";
+
+    Hits none;
+    OvSearchKeyGames(file, 987654, &CollectHits, UserOf(none));
+    EXPECT_EQ(none.calls, 2) << "an unknown key: the start and the end call";
 }
 
 }  // namespace

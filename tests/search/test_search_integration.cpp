@@ -4,22 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
-#include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "orvan.h"
 #include "pgn/write/fen_writer.h"
 #include "search/corpus_support.h"
 #include "search/query_builder.h"
+#include "tests/store/store_helpers.h"
 
 namespace {
 
@@ -29,8 +27,8 @@ const char* const PgnExtract = "/usr/games/pgn-extract";
 constexpr int PrefixGames = 2000;
 
 struct Corpus {
-    fs::path directory;
-    fs::path pgnPath;
+    TempDir directory;
+    std::string pgnPath = directory.File("prefix.pgn");
     std::vector<Tags> games;  // game n is games[n - 1]
     OvGameFile file = 0;
 };
@@ -76,11 +74,8 @@ protected:
         if (!fs::exists(CorpusPath))
             return;
         auto* corpus = new Corpus;
-        char pattern[] = "/tmp/search-test-XXXXXX";
-        corpus->directory = mkdtemp(pattern);
-        corpus->pgnPath = corpus->directory / "prefix.pgn";
         corpus->games = CopyCorpusPrefix(corpus->pgnPath, PrefixGames);
-        corpus->file = OvCreateGamefile((corpus->directory / "prefix.ovg").c_str());
+        corpus->file = OvCreateGamefile(corpus->directory.File("prefix.ovg").c_str());
         OvPgnImport(corpus->pgnPath.c_str(), corpus->file, 0, nullptr, nullptr, 0);
         TheCorpus = corpus;
     }
@@ -89,7 +84,6 @@ protected:
         if (TheCorpus == nullptr)
             return;
         OvCloseGamefile(TheCorpus->file);
-        fs::remove_all(TheCorpus->directory);
         delete TheCorpus;
         TheCorpus = nullptr;
     }
@@ -162,16 +156,6 @@ TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
         << "the number each game has in the searched file";
 }
 
-TEST_F(SearchCorpus, StopAtTheFirstHitStillEnds)
-{
-    Hits hits;
-    hits.stopAfterHits = 1;
-    const sQuery query = MakeQuery(QueryHeader);
-    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, UserOf(hits));
-    EXPECT_EQ(hits.numbers, std::vector<int32_t>{1});
-    EXPECT_EQ(hits.calls, 3) << "start, hit, end";
-}
-
 // Games of the prefix that reach `position` by pgn-extract's count; -1 when
 // the tool cannot be run.
 int CountWithPgnExtract(const sPosition& position)
@@ -180,10 +164,10 @@ int CountWithPgnExtract(const sPosition& position)
     PositionToFen(position, 0, fen);
     std::string board(fen);
     board = board.substr(0, board.find(' ', board.find(' ') + 1));  // placement and side to move
-    const fs::path criteria = TheCorpus->directory / "criteria.txt";
+    const std::string criteria = TheCorpus->directory.File("criteria.txt");
     std::ofstream(criteria) << "FENPattern \"" << board << "\"\n";
-    const std::string command = std::string(PgnExtract) + " -s -t " + criteria.string() + " " +
-                                TheCorpus->pgnPath.string() + " 2>/dev/null";
+    const std::string command = std::string(PgnExtract) + " -s -t " + criteria + " " +
+                                TheCorpus->pgnPath + " 2>/dev/null";
     FILE* pipe = popen(command.c_str(), "r");
     if (pipe == nullptr)
         return -1;
@@ -214,33 +198,6 @@ TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
         EXPECT_TRUE(std::find(hits.numbers.begin(), hits.numbers.end(), number) != hits.numbers.end());
     }
     OvFreeGameBuffer(game);
-}
-
-TEST_F(SearchCorpus, SearchRunsWhileAnotherThreadWritesGames)
-{
-    const fs::path path = TheCorpus->directory / "shared.ovg";
-    const OvGameFile file = OvCreateGamefile(path.c_str());
-    OvPgnImport(TheCorpus->pgnPath.c_str(), file, 0, nullptr, nullptr, 0);
-    const int32_t before = OvGetGamesCount(file);
-
-    constexpr int Writes = 150;
-    std::atomic<int> written = 0;
-    std::thread writer([&] {
-        const OvGameBuffer game = OvAllocGameBuffer();
-        for (int k = 0; k < Writes; ++k)
-            if (OvReadGame(game, file, k + 1) == 1 && OvWriteGame(game, file, nullptr) > 0)
-                ++written;
-        OvFreeGameBuffer(game);
-    });
-    const Hits hits = Search(file, MakeQuery(QueryHeader));
-    writer.join();
-
-    EXPECT_EQ(written, Writes);
-    EXPECT_EQ(OvGetGamesCount(file), before + Writes);
-    ASSERT_GE(hits.numbers.size(), static_cast<size_t>(hits.total));
-    for (size_t index = 0; index < hits.numbers.size(); ++index)
-        ASSERT_EQ(hits.numbers[index], static_cast<int32_t>(index + 1)) << "each game once, in file order";
-    OvCloseGamefile(file);
 }
 
 }  // namespace

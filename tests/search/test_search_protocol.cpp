@@ -3,8 +3,11 @@
 // throttled progress and where the library's lock is held.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 #include <future>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,7 +17,6 @@
 #include "frame/library_mutex.h"
 #include "platform/tick_clock.h"
 #include "search/query_builder.h"
-#include "support/capture.h"
 
 namespace {
 
@@ -51,15 +53,6 @@ int32_t Record(uint32_t game, int32_t number, int32_t total, intptr_t user)
     if (host.checkLock && !OtherThreadCanLock())
         host.lockFreeInCalls = false;
     return host.calls++ == host.stopAt ? 0 : 1;
-}
-
-Log CallsStartingWith(std::string_view prefix)
-{
-    Log found;
-    for (const std::string& call : Fakes().calls)
-        if (call.starts_with(prefix))
-            found.push_back(call);
-    return found;
 }
 
 class SearchProtocol : public ::testing::Test {
@@ -103,17 +96,87 @@ TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
                                   "GetGameHeader(1, #1, 0, 1)", "IGGamePutSourceLoadnumber(1, 1)",
                                   "IGGameGetStatus(1, 0)", "callback(1, 1, 1)", "callback(0, 1, 1)",
                                   "IGGameCloseGame(1)", "OvgFileAction(100, 0)"}));
+}
 
-    Reset(0);
-    SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "an empty file is still asked once";
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 0)"}));
+// "0,0,6 1,2,6" as the host's log: callback(0, 0, 6), callback(1, 2, 6).
+Log Callbacks(const std::string& triples)
+{
+    Log calls;
+    std::istringstream words(triples);
+    for (std::string word; words >> word;) {
+        std::replace(word.begin(), word.end(), ',', ' ');
+        std::istringstream numbers(word);
+        int64_t game = 0, number = 0, total = 0;
+        numbers >> game >> number >> total;
+        calls.push_back("callback(" + FakeArg(game) + ", " + FakeArg(number) + ", " + FakeArg(total) + ")");
+    }
+    return calls;
+}
 
-    Reset(300);
-    Fakes().results["OvgReadGames"] = -1;
-    SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 300)", "callback(0, 300, 300)"}))
-        << "a failed read ends the search as if the file had ended";
+// Each row sets up the fakes, the host and the clock, runs a search and names
+// the callback calls it must make, and how many batch reads. Progress comes
+// only after more than a second without hits.
+TEST_F(SearchProtocol, CallbackCallsOfEachSearch)
+{
+    struct Row {
+        const char* name;
+        int32_t games;
+        std::function<void()> setUp;
+        void (*search)();
+        const char* callbacks;
+        size_t reads = 1;
+    };
+    const auto headers = [] { SearchAllHeaders(); };
+    const auto keyGames = [] {
+        SearchFakes().keyGames = {5, 9, 31};
+        OvSearchKeyGames(File, 12, &Record, User);
+    };
+    const auto positions = [] { OvSearchPosGames(File, &StartPosition, 0, &Record, User); };
+    const auto withDeleted = [] { OvSearchPosGames(File, &StartPosition, 1, &Record, User); };
+    const auto clock = [](uint32_t start, uint32_t step) {
+        return [=] {
+            Now = start;
+            TickPerGame(step);
+        };
+    };
+    const auto stop = [](int at, uint32_t step) {
+        return [=] {
+            host.stopAt = at;
+            SearchFakes().deleted = {2, 3, 4};
+            TickPerGame(step);
+        };
+    };
+    const auto hits = [] {
+        SearchFakes().hits = {2, 3, 4};
+        SearchFakes().deleted = {3};
+    };
+    const Row rows[] = {
+        {"an empty file is still asked once", 0, [] {}, headers, "0,0,0 0,0,0"},
+        {"a failed read ends the search as if the file had ended", 300, [] { Fakes().results["OvgReadGames"] = -1; },
+         headers, "0,0,300 0,300,300"},
+        {"stop at the first hit", 250, stop(1, 0), headers, "0,0,250 1,1,250 0,250,250"},
+        {"stop at progress", 250, stop(2, 2000), headers, "0,0,250 1,1,250 0,2,250 0,250,250"},
+        {"the start call's result does not count", 2, [] { host.stopAt = 0; }, headers, "0,0,2 1,1,2 1,2,2 0,2,2"},
+        {"position search skips deleted games", 4, hits, positions, "0,0,4 1,2,4 1,4,4 0,4,4"},
+        {"position search with deleted games", 4, hits, withDeleted, "0,0,4 1,2,4 1,3,4 1,4,4 0,4,4"},
+        {"key games come from the key database without reading", 40, [] {}, keyGames,
+         "0,0,40 1,5,40 1,9,40 1,31,40 0,40,40", 0},
+        {"key games stop at a hit", 40, [] { host.stopAt = 1; }, keyGames, "0,0,40 1,5,40 0,40,40", 0},
+        {"progress at 500 ms per game", 6, clock(1000, 500), positions, "0,0,6 0,3,6 0,6,6 0,6,6"},
+        {"progress at exactly 1000 ms", 6, clock(1000, 1000), positions, "0,0,6 0,2,6 0,4,6 0,6,6 0,6,6"},
+        {"progress at 1001 ms", 6, clock(1000, 1001), positions, "0,0,6 0,1,6 0,2,6 0,3,6 0,4,6 0,5,6 0,6,6 0,6,6"},
+        {"progress across the wrap", 6, clock(0xFFFFFC00u, 600), positions, "0,0,6 0,2,6 0,4,6 0,6,6 0,6,6"},
+        {"hits restart the timer", 6, [] { SearchFakes().hits = {1, 2, 3}; TickPerGame(900); }, positions,
+         "0,0,6 1,1,6 1,2,6 1,3,6 0,5,6 0,6,6"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Reset(row.games);
+        row.setUp();
+        row.search();
+        EXPECT_EQ(FakeCallsStartingWith("callback"), Callbacks(row.callbacks));
+        EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), row.reads);
+    }
 }
 
 TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
@@ -121,72 +184,14 @@ TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
     Reset(250);
     SearchFakes().batchLimit = 70;  // as if the buffer held only 70 games
     SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("OvgReadGames"),
+    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames"),
               (Log{"OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "OvgReadGames(100, 70, ptr, ptr, 65536, 100)",
                    "OvgReadGames(100, 140, ptr, ptr, 65536, 100)", "OvgReadGames(100, 210, ptr, ptr, 65536, 100)"}));
-    const Log loads = CallsStartingWith("GetGameHeader");
+    const Log loads = FakeCallsStartingWith("GetGameHeader");
     ASSERT_EQ(loads.size(), 250u);
     for (int k = 0; k < 250; ++k)  // game k of a batch lies at places[k] - places[0]
         EXPECT_EQ(loads[k], "GetGameHeader(1, #" + std::to_string(k + 1) + ", 0, 1)");
-    EXPECT_EQ(CallsStartingWith("callback").back(), "callback(0, 250, 250)");
-}
-
-TEST_F(SearchProtocol, ProgressComesOnlyAfterMoreThanASecondWithoutHits)
-{
-    struct Case {
-        const char* name;
-        uint32_t start, step;  // clock at the start, and its step per tested game
-        bool hits;             // games 1 to 3 are hits
-        Log progress;          // the calls between start and end
-    };
-    const Case cases[] = {
-        {"500 ms per game", 1000, 500, false, {"callback(0, 3, 6)", "callback(0, 6, 6)"}},
-        {"exactly 1000 ms", 1000, 1000, false, {"callback(0, 2, 6)", "callback(0, 4, 6)", "callback(0, 6, 6)"}},
-        {"1001 ms", 1000, 1001, false, {"callback(0, 1, 6)", "callback(0, 2, 6)", "callback(0, 3, 6)",
-                                        "callback(0, 4, 6)", "callback(0, 5, 6)", "callback(0, 6, 6)"}},
-        {"across the wrap", 0xFFFFFC00u, 600, false, {"callback(0, 2, 6)", "callback(0, 4, 6)", "callback(0, 6, 6)"}},
-        {"hits restart the timer", 1000, 900, true,
-         {"callback(1, 1, 6)", "callback(1, 2, 6)", "callback(1, 3, 6)", "callback(0, 5, 6)"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Reset(6);
-        Now = c.start;
-        TickPerGame(c.step);
-        if (c.hits)
-            SearchFakes().hits = {1, 2, 3};
-        OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-        const Log calls = CallsStartingWith("callback");
-        EXPECT_EQ(Log(calls.begin() + 1, calls.end() - 1), c.progress);
-    }
-}
-
-TEST_F(SearchProtocol, StopAtHitOrProgressStillEnds)
-{
-    struct Case {
-        const char* name;
-        int stopAt;
-        uint32_t step;
-        Log expected;
-    };
-    const Case cases[] = {
-        {"first hit", 1, 0, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 250, 250)"}},
-        {"progress", 2, 2000, {"callback(0, 0, 250)", "callback(1, 1, 250)", "callback(0, 2, 250)", "callback(0, 250, 250)"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Reset(250);
-        host.stopAt = c.stopAt;
-        SearchFakes().deleted = {2, 3, 4};
-        TickPerGame(c.step);
-        SearchAllHeaders();
-        EXPECT_EQ(CallsStartingWith("callback"), c.expected);
-        EXPECT_EQ(CallsStartingWith("OvgReadGames").size(), 1u) << "no batch after the stop";
-    }
-    Reset(250);
-    host.stopAt = 0;
-    SearchAllHeaders();
-    EXPECT_EQ(CallsStartingWith("callback")[2], "callback(1, 2, 250)") << "the start call's result does not count";
+    EXPECT_EQ(FakeCallsStartingWith("callback").back(), "callback(0, 250, 250)");
 }
 
 TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
@@ -207,8 +212,6 @@ TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
 TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
 {
     Reset(4);
-    SearchFakes().hits = {2, 3, 4};
-    SearchFakes().deleted = {3};
     sPosition start = StartPosition;
     start.epSquare = 20;  // e3: no capture possible, cleared on the copy
     const sPosition before = start;
@@ -218,47 +221,17 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
               (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
                    "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
         << "the standard start is set by erasing, not put";
-    EXPECT_EQ(CallsStartingWith("callback(1"), (Log{"callback(1, 2, 4)", "callback(1, 4, 4)"}));
-    EXPECT_TRUE(CallsStartingWith("IGGamePutSourceLoadnumber").empty());
-
-    Reset(4);
-    SearchFakes().hits = {2, 3, 4};
-    SearchFakes().deleted = {3};
-    OvSearchPosGames(File, &start, 1, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback(1").size(), 3u);
+    EXPECT_TRUE(FakeCallsStartingWith("IGGamePutSourceLoadnumber").empty());
 }
 
-TEST_F(SearchProtocol, NoGameBufferEndsTheSearch)
-{
-    const BoxCapture boxes;
-    Reset(10);
-    Fakes().results["IGGameOpenGame"] = 0;
-    SearchAllHeaders();
-    OvSearchPosGames(File, &StartPosition, 0, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 0)", "callback(0, 0, 10)", "callback(0, 10, 10)"}))
-        << "the header search has not started, the position search has";
-    EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
-    EXPECT_EQ(CallsStartingWith("OvgFileAction(100, 0)").size(), 2u);
-    EXPECT_EQ(boxes.boxes.size(), 2u);
-}
-
-TEST_F(SearchProtocol, KeyGameSearchHitsUnderTheLockWithoutReading)
+TEST_F(SearchProtocol, KeyGameSearchCallsTheHostUnderTheLock)
 {
     Reset(40);
     SearchFakes().keyGames = {5, 9, 31};
     host.checkLock = true;
     OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(1, 9, 40)",
-                                                  "callback(1, 31, 40)", "callback(0, 40, 40)"}));
     EXPECT_FALSE(host.lockFreeInCalls) << "hit calls come with the lock held";
-    EXPECT_EQ(CallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
-    EXPECT_TRUE(CallsStartingWith("OvgReadGames").empty());
-
-    Reset(40);
-    SearchFakes().keyGames = {5, 9, 31};
-    host.stopAt = 1;
-    OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_EQ(CallsStartingWith("callback"), (Log{"callback(0, 0, 40)", "callback(1, 5, 40)", "callback(0, 40, 40)"}));
+    EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
 }
 
 TEST_F(SearchProtocol, DispatchByKind)
@@ -278,7 +251,7 @@ TEST_F(SearchProtocol, DispatchByKind)
         if (c.board)
             query.position = StartPosition;
         OvSearchGameHdrs(File, &query, &Record, User);
-        EXPECT_FALSE(CallsStartingWith(c.marker).empty()) << c.kind;
+        EXPECT_FALSE(FakeCallsStartingWith(c.marker).empty()) << c.kind;
     }
     Reset(1);
     const sQuery query = MakeQuery(QueryHeader);

@@ -12,14 +12,23 @@
 
 #include "siblings/game_driver.h"
 
+// A directory that is removed with everything in it when the object ends;
+// its path is empty when it could not be made.
 class TempDir {
 public:
     TempDir()
     {
-        char pattern[] = "/tmp/ovgame-test-XXXXXX";
-        path_ = mkdtemp(pattern);
+        char pattern[] = "/tmp/orvan-test-XXXXXX";
+        path_ = mkdtemp(pattern) != nullptr ? pattern : "";
     }
-    ~TempDir() { std::filesystem::remove_all(path_); }
+    ~TempDir()
+    {
+        if (!path_.empty())
+            std::filesystem::remove_all(path_);
+    }
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    const std::string& Path() const { return path_; }
     std::string File(const std::string& name) const { return path_ + "/" + name; }
 
 private:

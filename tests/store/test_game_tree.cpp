@@ -1,5 +1,5 @@
-// Game buffers: building a move tree with side lines and comments, walking
-// it, header fields, status flags, and refused handles.
+// Game buffers: the move tree with side lines and comments, walking it,
+// header fields, status flags, set-up positions and refused handles.
 #include <cstring>
 
 #include "tests/store/store_helpers.h"
@@ -14,7 +14,6 @@ void BuildTree(uint32_t game)
     ASSERT_EQ(Play(game, {"e2e4", "e7e5", "g1f3", "b8c6"}), 4);
     ASSERT_EQ(PlayMoves(game, -2), 2);
     uint32_t node = IGGameGetMovePtr(game);
-    ASSERT_EQ(IGMoveFirstFreeSubline(node, 1), 1u);
     ASSERT_EQ(IGMovePutAL(node, IGMoveFirstFreeSubline(node, 1)), 1);
     ASSERT_EQ(Play(game, {"f2f4", "e5f4"}), 2);
     ASSERT_EQ(PlayMoves(game, -1), 1);
@@ -23,13 +22,12 @@ void BuildTree(uint32_t game)
     ASSERT_EQ(Play(game, {"d7d5"}), 1);
 }
 
-TEST(GameTree, SideLinesHangWhereTheBuilderPutsThem)
+TEST(GameTree, SideLinesHangWhereTheBuilderPutsThemAndWalkingLeavesThem)
 {
     GameHandle game;
     BuildTree(game);
     EXPECT_EQ(MainLine(game), (std::vector<std::string>{"e2e4", "e7e5", "g1f3", "b8c6"}));
     const uint32_t nf3 = IGMoveGetNEXT(IGMoveGetNEXT(IGMoveGetNEXT(IGGameGetFirstMove(game))));
-    ASSERT_EQ(MoveText(nf3), "g1f3");
     const uint32_t f4 = IGMoveGetALT(nf3);
     EXPECT_EQ(MoveText(f4), "f2f4");
     EXPECT_EQ(IGMoveGetALT(f4), 0u);
@@ -38,22 +36,14 @@ TEST(GameTree, SideLinesHangWhereTheBuilderPutsThem)
     EXPECT_EQ(MoveText(IGMoveGetALT(exf4)), "d7d5");
     EXPECT_EQ(IGMoveGetNEXT(exf4), 0u);
     EXPECT_EQ(IGGameGetGamelength(game), 4);
-}
 
-TEST(GameTree, WalkingGoesBackOutOfSideLinesAndForwardOnTheMainLine)
-{
-    GameHandle game;
-    BuildTree(game);
     EXPECT_EQ(IGGameGetCM(game), 5) << "standing after 2... d5 in the side line";
     EXPECT_EQ(PlayMoves(game, -10), 4);
-    EXPECT_EQ(IGGameGetCM(game), 1);
     EXPECT_EQ(PlayMoves(game, -1), 0) << "nothing before the initial position";
     EXPECT_EQ(IGGameGetMovePtr(game), IGGameGetFirstMove(game));
     EXPECT_EQ(MoveText(IGNextMove(game)), "e2e4");
-    EXPECT_EQ(PlayMoves(game, 10), 4);
-    EXPECT_EQ(IGGameGetCM(game), 5);
+    EXPECT_EQ(PlayMoves(game, 10), 4) << "forward runs on the main line";
     EXPECT_EQ(IGNextMove(game), 0u);
-    EXPECT_EQ(PlayMoves(game, 1), 0);
     EXPECT_EQ(IGGameGetBoard(game)->squares[BoardIndex(2, 5)], DrvBlackKnight);
     EXPECT_EQ(NewGameRewind(game), 1);
     EXPECT_EQ(IGGameGetCM(game), 1);
@@ -74,7 +64,6 @@ TEST(GameTree, AcceptMoveFollowsAnExistingContinuationUnlessArmed)
     EXPECT_EQ(MoveText(IGMoveGetALT(IGMoveGetNEXT(e4))), "c7c5");
     PlayMoves(game, -2);
     const uint32_t root = IGGameGetMovePtr(game);
-    EXPECT_EQ(IGMoveFirstFreeSubline(root, 1), 1u);
     EXPECT_EQ(IGMoveFirstFreeSubline(root, 3), 3u);
     ASSERT_EQ(IGMovePutAL(root, 1), 1);
     ASSERT_EQ(Play(game, {"e2e4"}), 1);
@@ -82,133 +71,73 @@ TEST(GameTree, AcceptMoveFollowsAnExistingContinuationUnlessArmed)
     EXPECT_EQ(IGMovePutAL(e4, 1), 0) << "only the current node can be armed";
 }
 
-TEST(GameTree, CommentsKeepTheirLines)
+TEST(GameTree, CommentsKeepTheirLinesAndNeverRunPastTheBlock)
 {
     GameHandle game;
     BuildTree(game);
     const uint32_t root = IGGameGetFirstMove(game);
     const uint32_t e4 = IGMoveGetNEXT(root);
-    ASSERT_EQ(IGMovePutLComment(root, "the whole game", 1), 1);
-    const char lines[] = "a first line \0and a second";
-    ASSERT_EQ(IGMovePutLComment(e4, lines, 2), 1);
-    ASSERT_EQ(IGMovePutSComment(e4, "!?"), 1);
-
-    std::vector<char> block(OvgLongCommentBlockSize);
-    EXPECT_EQ(GetLComment(e4, block.data()), 2);
-    uint16_t count = 0;
-    std::memcpy(&count, block.data(), 2);
-    EXPECT_EQ(count, 2);
-    EXPECT_STREQ(block.data() + 2, "a first line ");
-    EXPECT_STREQ(block.data() + 2 + 14, "and a second");
-    EXPECT_EQ(GetLComment(root, block.data()), 1);
-    EXPECT_STREQ(block.data() + 2, "the whole game");
     char text[OvgTextSize];
-    EXPECT_EQ(IGMoveGetSComment(e4, text), 1);
-    EXPECT_STREQ(text, "!?");
+    std::vector<char> block(OvgLongCommentBlockSize + 64, '#');
+    ASSERT_EQ(IGMovePutSComment(e4, "!?"), 1);
     EXPECT_EQ(IGMoveGetSComment(root, text), 0);
     EXPECT_STREQ(text, "");
+    EXPECT_EQ(IGMovePutSComment(e4, ""), 1);
+    EXPECT_EQ(IGMoveGetSComment(e4, text), 0) << "an empty glyph text removes it";
+    ASSERT_EQ(IGMovePutLComment(e4, "x", 1), 1);
     ASSERT_EQ(IGMovePutLComment(e4, nullptr, 0), 1);
     EXPECT_EQ(GetLComment(e4, block.data()), 0);
-    EXPECT_EQ(IGMovePutSComment(e4, ""), 1);
-    EXPECT_EQ(IGMoveGetSComment(e4, text), 0);
-}
 
-TEST(GameTree, LongCommentNeverRunsPastItsBlock)
-{
-    GameHandle game;
-    BuildTree(game);
-    const uint32_t e4 = IGMoveGetNEXT(IGGameGetFirstMove(game));
     std::string lines;
     for (int i = 0; i < 400; ++i)
         lines += "twenty characters..." + std::string(1, '\0');
     ASSERT_EQ(IGMovePutLComment(e4, lines.data(), 400), 1);
-    std::vector<char> block(OvgLongCommentBlockSize + 64, '#');
-    const int32_t count = GetLComment(e4, block.data());
+    EXPECT_EQ(GetLComment(e4, block.data()), (OvgLongCommentBlockSize - 2) / 21);
+    uint16_t count = 0;
+    std::memcpy(&count, block.data(), 2);
     EXPECT_EQ(count, (OvgLongCommentBlockSize - 2) / 21);
     for (size_t i = OvgLongCommentBlockSize; i < block.size(); ++i)
         ASSERT_EQ(block[i], '#') << "written past the block at " << i;
-    std::string huge(70000, 'x');
+    const std::string huge(70000, 'x');
     EXPECT_EQ(IGMovePutLComment(e4, huge.c_str(), 1), 0) << "over 60000 bytes is refused";
 }
 
-TEST(GameHeader, FieldsRoundTripInTheBuffer)
+TEST(GameHeader, TextsAreCutSidesCheckedAndErasingClearsEverything)
 {
     GameHandle game;
     NewGameErase(game);
-    using Put = int32_t (*)(uint32_t, const char*);
-    using Get = const char* (*)(uint32_t, char*);
-    const std::vector<std::tuple<Put, Get, const char*>> plain = {
-        {IGGamePutPlace, IGGameGetPlace, "Geneva Masters"}, {IGGamePutSite, IGGameGetSite, "Geneva"},
-        {IGGamePutAnnotator, IGGameGetAnnotator, "Someone"}, {IGGamePutKeycode, IGGameGetKeycode, "B21"},
-        {IGGamePutRemark, IGGameGetRemark, "r\x84mark"}};
-    for (const auto& [put, get, text] : plain) {
-        ASSERT_EQ(put(game, text), 1);
-        EXPECT_STREQ(get(game, nullptr), text);
-        char copy[OvgTextSize];
-        EXPECT_STREQ(get(game, copy), text);
-        EXPECT_STREQ(copy, text);
-    }
-    using PutSide = int32_t (*)(uint32_t, int32_t, const char*);
-    using GetSide = const char* (*)(uint32_t, int32_t, char*);
-    const std::vector<std::pair<PutSide, GetSide>> sided = {
-        {IGGamePutPlayer, IGGameGetPlayer}, {IGGamePutCountry, IGGameGetCountry}, {IGGamePutTitle, IGGameGetTitle}};
-    for (const auto& [put, get] : sided) {
-        ASSERT_EQ(put(game, 0, "white text"), 1);
-        ASSERT_EQ(put(game, 1, "black text"), 1);
-        EXPECT_STREQ(get(game, 0, nullptr), "white text");
-        EXPECT_STREQ(get(game, 1, nullptr), "black text");
+    char copy[OvgTextSize];
+    ASSERT_EQ(IGGamePutRemark(game, "r\x84mark"), 1);
+    EXPECT_STREQ(IGGameGetRemark(game, copy), "r\x84mark");
+    EXPECT_STREQ(copy, "r\x84mark");
+    for (auto put : {IGGamePutPlayer, IGGamePutCountry, IGGamePutTitle})
         EXPECT_EQ(put(game, 2, "x"), 0);
-        EXPECT_EQ(get(game, -1, nullptr), nullptr);
-    }
-    const std::string longText(300, 'n');
-    IGGamePutPlayer(game, 0, longText.c_str());
+    EXPECT_EQ(IGGameGetTitle(game, -1, nullptr), nullptr);
+    IGGamePutPlayer(game, 0, std::string(300, 'n').c_str());
     EXPECT_EQ(std::strlen(IGGameGetPlayer(game, 0, nullptr)), 255u);
     IGGamePutPlayer(game, 0, nullptr);
     EXPECT_STREQ(IGGameGetPlayer(game, 0, nullptr), "");
 
-    IGGamePutRound(game, 7);
-    IGGamePutElo(game, 0, 2600);
-    IGGamePutElo(game, 1, -5);
-    IGGamePutTime(game, 0, 90);
-    IGGamePutTime(game, 1, 5999);
-    IGGamePutResult(game, 3, 0);
-    const int32_t date[3] = {1998, 8, 0};
-    IGGamePutDate(game, date);
-    IGGamePutSourceLoadnumber(game, 42);
-    EXPECT_EQ(IGGameGetRound(game), 7);
-    EXPECT_EQ(IGGameGetElo(game, 0), 2600);
-    EXPECT_EQ(IGGameGetElo(game, 1), -5);
-    EXPECT_EQ(IGGameGetTime(game, 0), 90);
-    EXPECT_EQ(IGGameGetTime(game, 1), 5999);
-    EXPECT_EQ(IGGameGetResult(game, 0), 3);
-    int32_t triple[3] = {};
-    EXPECT_EQ(IGGameGetDate(game, triple), triple);
-    EXPECT_EQ(triple[0], 1998);
-    EXPECT_EQ(triple[1], 8);
-    EXPECT_EQ(IGGameGetDate(game, nullptr)[0], 1998);
-    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 42);
-
-    NewGameErase(game);
-    EXPECT_STREQ(IGGameGetPlace(game, nullptr), "");
-    EXPECT_EQ(IGGameGetResult(game, 0), 0);
-    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 0);
-    EXPECT_EQ(IGGameGetDate(game, nullptr)[0], 0);
-}
-
-TEST(GameHeader, StatusFlags)
-{
-    GameHandle game;
-    NewGameErase(game);
     for (int32_t n : {0, 1, 2, 6, 7}) {
-        EXPECT_EQ(IGGameGetStatus(game, n), 0);
         EXPECT_EQ(IGGamePutStatus(game, n, 5), 1);
-        EXPECT_EQ(IGGameGetStatus(game, n), 1);
+        EXPECT_EQ(IGGameGetStatus(game, n), 1) << "any non-zero value sets flag " << n;
     }
     EXPECT_EQ(IGGamePutStatus(game, 6, 0), 1);
     EXPECT_EQ(IGGameGetStatus(game, 6), 0);
     EXPECT_EQ(IGGamePutStatus(game, 8, 1), 0);
     EXPECT_EQ(IGGameGetStatus(game, -1), 0);
+
+    IGGamePutPlace(game, "Geneva");
+    IGGamePutResult(game, 3, 0);
+    const int32_t date[3] = {1998, 8, 0};
+    IGGamePutDate(game, date);
+    IGGamePutSourceLoadnumber(game, 42);
+    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 42);
     NewGameErase(game);
+    EXPECT_STREQ(IGGameGetPlace(game, nullptr), "");
+    EXPECT_EQ(IGGameGetResult(game, 0), 0);
+    EXPECT_EQ(IGGameGetSourceLoadnumber(game), 0);
+    EXPECT_EQ(IGGameGetDate(game, nullptr)[0], 0);
     EXPECT_EQ(IGGameGetStatus(game, 2), 0);
 }
 
@@ -221,10 +150,8 @@ TEST(GameBoard, SetUpPositionBecomesTheInitialPosition)
     EXPECT_EQ(GetInitialPosition(game, &initial), 2);
     EXPECT_EQ(initial.sideToMove, 1) << "an even ply is black to move";
     EXPECT_EQ(initial.ply, 10);
-    EXPECT_EQ(initial.squares[BoardIndex(4, 1)], DrvWhitePawn);
     EXPECT_EQ(Play(game, {"e2e4"}), 0) << "black is to move";
     EXPECT_EQ(Play(game, {"e8d7", "e2e4"}), 2);
-    EXPECT_EQ(GetInitialPosition(game, nullptr), 2);
 
     BoardRecord start{};
     IGNewBoard(&start);
@@ -238,24 +165,17 @@ TEST(GameBoard, SetUpPositionBecomesTheInitialPosition)
 TEST(Handles, InvalidAndStaleHandlesAreRefused)
 {
     uint32_t closed = IGGameOpenGame();
-    ASSERT_NE(closed, 0u);
     NewGameErase(closed);
     Play(closed, {"e2e4"});
     const uint32_t closedMove = IGGameGetMovePtr(closed);
     ASSERT_EQ(IGGameCloseGame(closed), 1);
     EXPECT_EQ(IGGameCloseGame(closed), 0);
     GameHandle reused;  // may take the freed slot
-    for (uint32_t game : {0u, closed, 0xFFFFFFFFu, 12345u}) {
-        SCOPED_TRACE(game);
+    // The calls that bad handles do not already reach through the exports.
+    for (uint32_t game : {closed, 0xFFFFFFFFu}) {
         EXPECT_EQ(NewGameErase(game), 0);
-        EXPECT_EQ(IGGameGetBoard(game), nullptr);
-        EXPECT_EQ(PlayMoves(game, 1), 0);
         EXPECT_EQ(IGGameGetCM(game), 0);
-        EXPECT_EQ(IGGameGetPlace(game, nullptr), nullptr);
         EXPECT_EQ(IGGamePutPlayer(game, 0, "x"), 0);
-        EXPECT_EQ(IGGameGetDate(game, nullptr), nullptr);
-        EXPECT_EQ(GetInitialPosition(game, nullptr), 0);
-        EXPECT_EQ(IGGameGetFirstMove(game), 0u);
         MoveXY xy = Xy("e2e4");
         EXPECT_EQ(LegalMove(game, &xy), 0);
         EXPECT_EQ(AcceptMove(game, &xy), 0);
@@ -263,14 +183,12 @@ TEST(Handles, InvalidAndStaleHandlesAreRefused)
     }
     MoveXY xy{};
     EXPECT_EQ(IGMoveGetXY(closedMove, &xy), 0);
-    EXPECT_EQ(IGMoveGetNEXT(0), 0u);
     EXPECT_EQ(IGMovePutSComment(0xFFFFFFFFu, "!"), 0);
 
     GameHandle game;
     NewGameErase(game);
     Play(game, {"e2e4", "e7e5"});
     const uint32_t e5 = IGGameGetMovePtr(game);
-    EXPECT_EQ(IGMoveGetXY(e5, &xy), 1);
     NewGameErase(game);
     EXPECT_EQ(IGMoveGetXY(e5, &xy), 0) << "a move of an erased tree is stale";
     EXPECT_EQ(IGMovePutLComment(e5, "x", 1), 0);
