@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "pgn_read/read_helpers.h"
 #include "support/capture.h"
+#include "support/read_games.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ TEST(PgnMoveTree, LinesStandDepthFirstWithBranchMarks)
     };
     for (const TreeCase& test : cases) {
         ReadGame game = ReadOne(Game(test.movetext));
-        EXPECT_EQ(game.moves, test.moves) << test.movetext;
+        EXPECT_EQ(game.Words(), test.moves) << test.movetext;
         EXPECT_EQ(game.moveCount, test.moveCount) << test.movetext;
         EXPECT_EQ(game.treeCount, test.treeCount) << test.movetext;
     }
@@ -57,7 +57,7 @@ TEST(PgnMoveTree, AnnotationsFollowTheirMovesIntoTheTree)
 {
     ReadGame game = ReadOne(Game(
         "{root} 1. e4 {king pawn} $1 e5 ({before} 1... c5 {sicilian} ! 2. Nf3 $14) 2. Nf3 {knight} *"));
-    ASSERT_EQ(game.moves, (Moves{"e2e4", "e7e5*", "g1f3|", "c7c5", "g1f3|"}));
+    ASSERT_EQ(game.Words(), (Moves{"e2e4", "e7e5*", "g1f3|", "c7c5", "g1f3|"}));
     EXPECT_EQ(game.comments, (std::map<uint32_t, std::string>{
                                  {0, "root"}, {1, "king pawn"}, {2, "before"}, {3, "knight"},
                                  {4, "sicilian"}}));
@@ -68,7 +68,7 @@ TEST(PgnMoveTree, IllegalMoveCutsItsLineAndReportsIt)
 {
     TraceCapture trace;
     ReadGame game = ReadOne(Game("1. e4 e5 2. Nf3 Ke7 3. Bb5 Qd6 *"));
-    EXPECT_EQ(game.moves, (Moves{"e2e4", "e7e5", "g1f3", "e8e7", "f1b5|"}));
+    EXPECT_EQ(game.Words(), (Moves{"e2e4", "e7e5", "g1f3", "e8e7", "f1b5|"}));
     EXPECT_EQ(game.moveCount, 5u);
 
     std::vector<std::string> expected = {
@@ -94,26 +94,24 @@ TEST(PgnMoveTree, IllegalMoveCutsItsLineAndReportsIt)
     EXPECT_EQ(trace.lines, expected);
 }
 
-TEST(PgnMoveTree, CutVariationKeepsTheMainLine)
+TEST(PgnMoveTree, CutVariationOrFirstMoveStillReachesTheCallback)
 {
-    TraceCapture trace;
-    ReadGame game = ReadOne(Game("1. e4 e5 (1... e6 2. Qh5 Kd6) 2. Nf3 *"));
-    EXPECT_EQ(game.moves, (Moves{"e2e4", "e7e5*", "g1f3|", "e7e6", "d1h5|"}));
-    EXPECT_EQ(game.moveCount, 3u);
-    ASSERT_FALSE(trace.lines.empty());
-    // The colour letter goes by the token's place in the list.
-    EXPECT_EQ(trace.lines.back(), "OrvanDll: 3w (5/6) illegal, game truncated.");
-}
-
-TEST(PgnMoveTree, IllegalFirstMoveStillReachesTheCallback)
-{
-    TraceCapture trace;
-    ReadGame game = ReadOne(Game("1. e5 e4 *"));
-    EXPECT_TRUE(game.moves.empty());
-    EXPECT_EQ(game.moveCount, 0u);
-    ASSERT_GE(trace.lines.size(), 2u);
-    EXPECT_EQ(trace.lines[trace.lines.size() - 2], "OrvanDll: Illegal move: e5\n");
-    EXPECT_EQ(trace.lines.back(), "OrvanDll: 1w (1/2) illegal, game truncated.");
+    const struct {
+        const char* movetext;
+        Moves moves;
+        const char* lastTrace;  // the colour letter goes by the token's place in the list
+    } cases[] = {
+        {"1. e4 e5 (1... e6 2. Qh5 Kd6) 2. Nf3 *", {"e2e4", "e7e5*", "g1f3|", "e7e6", "d1h5|"},
+         "OrvanDll: 3w (5/6) illegal, game truncated."},
+        {"1. e5 e4 *", {}, "OrvanDll: 1w (1/2) illegal, game truncated."},
+    };
+    for (const auto& c : cases) {
+        TraceCapture trace;
+        ReadGame game = ReadOne(Game(c.movetext));
+        EXPECT_EQ(game.Words(), c.moves);
+        ASSERT_FALSE(trace.lines.empty());
+        EXPECT_EQ(trace.lines.back(), c.lastTrace);
+    }
 }
 
 TEST(PgnMoveTree, PendingAlternativesBeyondTheStackAreDropped)
@@ -129,8 +127,8 @@ TEST(PgnMoveTree, PendingAlternativesBeyondTheStackAreDropped)
     ReadGame game = ReadOne(Game(movetext));
     EXPECT_EQ(game.moveCount, 2u);
     EXPECT_EQ(game.treeCount, 2u + 750u);
-    EXPECT_EQ(game.moves[2], "d2d4*|");
-    EXPECT_EQ(game.moves.back(), "c2c4|");
+    EXPECT_EQ(MoveWord(game.moves[2]), "d2d4*|");
+    EXPECT_EQ(MoveWord(game.moves.back()), "c2c4|");
     EXPECT_EQ(std::count(trace.lines.begin(), trace.lines.end(),
                          "OrvanDll: too many pending variations, skipping variation."),
               50);
@@ -145,7 +143,7 @@ TEST(PgnMoveTree, MovesBeyondTheTokenListAreDropped)
     TraceCapture trace;
     ReadGame game = ReadOne(Game("1. " + movetext + "*"));
     EXPECT_EQ(game.moveCount, static_cast<uint32_t>(PGN_MAX_MOVES));
-    EXPECT_EQ(game.moves.back(), "f6g8|");
+    EXPECT_EQ(MoveWord(game.moves.back()), "f6g8|");
     EXPECT_EQ(std::count(trace.lines.begin(), trace.lines.end(), "OrvanDll: move buffer full, skipping move."),
               4);
 }
