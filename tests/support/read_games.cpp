@@ -103,7 +103,7 @@ ReadGame ReadOne(std::string_view text, uint32_t flags, const char* pieceLetters
     return games.empty() ? ReadGame{} : games.front();
 }
 
-std::vector<ReadGame> ReadFile(const std::string& path, size_t limit)
+std::vector<ReadGame> ReadGamesOfFile(const std::string& path, size_t limit)
 {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)

@@ -48,6 +48,6 @@ std::vector<ReadGame> ReadText(std::string_view text, uint32_t flags = 0,
 ReadGame ReadOne(std::string_view text, uint32_t flags = 0, const char* pieceLetters = "NBRQK");
 
 // Every game of a PGN file, at most `limit`; none when it cannot be opened.
-std::vector<ReadGame> ReadFile(const std::string& path, size_t limit = SIZE_MAX);
+std::vector<ReadGame> ReadGamesOfFile(const std::string& path, size_t limit = SIZE_MAX);
 
 #endif
