@@ -13,14 +13,9 @@
 #include "pgn/write/game_writer.h"
 #include "pgn/write/tag_formats.h"
 #include "pgn_write/sink_text.h"
+#include "support/corpus.h"
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr size_t GameLimit = 2000;
-#else
-constexpr size_t GameLimit = SIZE_MAX;
-#endif
 
 // A tag value in the form the writer gives it. SetUp and FEN are left out:
 // the start position stands in the record itself.
@@ -101,7 +96,7 @@ int32_t KeepFirstReading(PgnGame* game, int32_t, int32_t, intptr_t context)
     first.hashes.push_back(std::hash<std::string>{}(Snapshot(*game)));
     first.written += WriteToText(*game);
     first.ends.push_back(first.written.size());
-    return first.ends.size() < GameLimit ? 1 : 0;
+    return first.ends.size() < CorpusGameLimit ? 1 : 0;
 }
 
 struct SecondReading {
@@ -131,13 +126,9 @@ int32_t CompareSecondReading(PgnGame* game, int32_t, int32_t, intptr_t context)
     return second.faults.size() < 5 ? 1 : 0;
 }
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 void RoundTrip(const std::string& path)
 {
-    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)
         GTEST_SKIP() << path << " is not there";
 
@@ -160,12 +151,12 @@ void RoundTrip(const std::string& path)
 
 TEST(RoundTrip, EcoFile)
 {
-    RoundTrip("/usr/share/pgn-extract/eco.pgn");
+    RoundTrip(EcoPath);
 }
 
 TEST(RoundTrip, SelfPlayCorpus)
 {
-    RoundTrip(ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn");
+    RoundTrip(CorpusPath);
 }
 
 }  // namespace
