@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "chess/position.h"
@@ -217,27 +216,6 @@ TEST(PgnGameReader, ReadStopsWhenTheCallbackSaysSo)
     EXPECT_STREQ(storage.Game()->tags[TagEvent - 1], "1");
     EXPECT_EQ(storage.Game()->moveCount, 1u);
     EXPECT_EQ(PgnReadGames(source, nullptr, 0, nullptr, nullptr, 0), 0);
-}
-
-TEST(PgnGameReader, ReadsOnTwoThreadsDoNotMeet)
-{
-    std::string one, two;
-    for (int i = 0; i < 300; ++i) {
-        one += "[Event \"" + std::to_string(i) + "\"]\n1. e4 e5 (1... c5 2. Nf3 {c} d6) 2. Nf3 Nc6 3. Bb5 a6 *\n";
-        two += "[Event \"x\"]\n1. d4 d5 2. c4 (2. Nf3 Nf6 (2... c5)) e6 3. Nc3 Nf6 4. Bg5 1-0\n";
-    }
-    std::vector<ReadGame> first, second;
-    std::thread a([&] { first = ReadText(one); });
-    std::thread b([&] { second = ReadText(two); });
-    a.join();
-    b.join();
-    ASSERT_EQ(first.size(), 300u);
-    ASSERT_EQ(second.size(), 300u);
-    for (size_t i = 0; i < 300; ++i) {
-        EXPECT_EQ(first[i].Tag(TagEvent), std::to_string(i));
-        EXPECT_EQ(first[i].treeCount, 9u);
-        EXPECT_EQ(second[i].treeCount, 10u);
-    }
 }
 
 }  // namespace
