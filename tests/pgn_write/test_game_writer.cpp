@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <thread>
 
 #include "pgn_write/test_game.h"
 
@@ -137,26 +136,6 @@ TEST(PgnWriteGame, FileAndMemoryGiveTheSameBytes)
     written.resize(std::fread(written.data(), 1, written.size(), file));
     std::fclose(file);
     EXPECT_EQ(written, memory + memory);
-}
-
-TEST(PgnWriteGame, WritersOnTwoThreadsDoNotMeet)
-{
-    auto writeGames = [](const char* event, std::string* out) {
-        TestGame game;
-        game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"}).Tag(TagEvent, event).Tag(TagResult, "*");
-        PgnSink sink;
-        for (int i = 0; i < 300; ++i)
-            PgnWriteGame(sink, game.game());
-        *out = TakeText(sink);
-    };
-    std::string one, two, alone;
-    std::thread first(writeGames, "One", &one);
-    std::thread second(writeGames, "Two", &two);
-    first.join();
-    second.join();
-    writeGames("One", &alone);
-    EXPECT_EQ(one, alone);
-    EXPECT_EQ(two.find("One"), std::string::npos);
 }
 
 }  // namespace
