@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <thread>
-#include <vector>
 
 #include "orvan.h"
 
@@ -50,22 +48,6 @@ TEST(GlobalMemory, MovableBlockCountsLocksAndKeepsContentWhenGrown)
     EXPECT_STREQ(static_cast<const char*>(GlobalLock(block)), "1. e4 e5 2. Nf3");
     GlobalUnlock(block);
     EXPECT_EQ(GlobalFree(block), nullptr);
-}
-
-TEST(GlobalMemory, ThreadsAllocateAndFreeIndependently)
-{
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([] {
-            for (int i = 0; i < 2000; ++i) {
-                HGLOBAL block = GlobalAlloc(GHND, 64);
-                ASSERT_NE(GlobalLock(block), nullptr);
-                GlobalUnlock(block);
-                ASSERT_EQ(GlobalFree(block), nullptr);
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
 }
 
 }  // namespace
