@@ -18,6 +18,7 @@ TEST(TagFormats, DateSlotToTagText)
         {"1998 aUg 5", "1998.08.05"},   // month names in any case
         {"1998.??.15", "1998.15.??"},   // the first digits behind the year are the month
         {"10000.01.01", "????.01.01"},
+        {"1998.Foo.04", "1998.??.04"},  // an unknown name is month 0
         {"1998 Au", "1998.??.??"},      // a name cut short matches nothing
         {"99999999999999.1.1", "????.01.01"},  // held at the limit, not wrapped
         {"-5.3.2", "????.05.03"},  // a sign belongs to the year only; its digits are read again
