@@ -1,10 +1,6 @@
-// The square-set answers for ordinary records against the plain generator:
-// on the positions of real games read from the corpus, and on positions of
-// random legal play, some of them with a field or a square spoiled so that
-// the choice between the square-set answers and the step-by-step walk is
-// tested as well. Each position is asked for the legality of moves, the
-// ambiguity and the outcome of a move, and whether the side to move is
-// stuck; the record must come back unchanged.
+// The square-set answers against the plain generator, on the positions of
+// the corpus games and of random play (some records spoiled, so that the
+// choice between square sets and the step-by-step walk is tested as well).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,10 +17,10 @@
 #include "pgn/read/pgn_read.h"
 #include "tests/chess/fen_setter.h"
 #include "tests/chess/plain_generator.h"
+#include "support/corpus.h"
 
 namespace {
 
-constexpr const char* CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
 constexpr size_t CorpusPositionLimit = 100000;
 
 constexpr uint32_t Move(int from, int to) { return static_cast<uint32_t>(from | to << 8); }
@@ -102,10 +98,8 @@ TEST(SquareSetRules, AgreeWithThePlainGeneratorOnRealGames)
     }
 }
 
-// Spoils a record now and then: an en passant square anywhere, castling
-// fields above 1, a second king, a pawn on an edge rank, a byte that is no
-// piece. Some of these leave the record ordinary, the others send it the
-// step-by-step way; the answers must agree either way.
+// Now and then an en passant square anywhere, castling fields above 1, a
+// second king, a pawn on an edge rank, a byte that is no piece.
 void MaybeSpoil(sPosition& position, std::mt19937& random)
 {
     switch (random() % 16) {
