@@ -46,20 +46,15 @@ TEST(FenReader, FillsTheWholePosition)
     EXPECT_EQ(firstMoveNumber, 0u);
 
     ASSERT_EQ(ReadFen(&position, &firstMoveNumber, "4k3/8/8/8/8/8/8/R3K2R b - - 3 41"), 0);
-    EXPECT_EQ(firstMoveNumber, 40u);
-    EXPECT_EQ(position.sideToMove, 0);
-    EXPECT_EQ(position.board[0], OV_WHITE_ROOK);
-    EXPECT_EQ(position.board[4], OV_WHITE_KING);
-    EXPECT_EQ(position.board[60], OV_BLACK_KING);
-    EXPECT_EQ(position.castleWhiteLong + position.castleWhiteShort, 0) << "castling written as -";
+    EXPECT_EQ((std::vector<int>{int(firstMoveNumber), position.sideToMove, position.board[0], position.board[4],
+                                position.board[60], position.castleWhiteLong + position.castleWhiteShort}),
+              (std::vector<int>{40, 0, OV_WHITE_ROOK, OV_WHITE_KING, OV_BLACK_KING, 0}));
 
     // A full-move number of 0 leaves the caller's value; the digits 0 and 9
     // of the board add no square and nine.
     ASSERT_EQ(ReadFen(&position, &firstMoveNumber, "k0709999991K w - - 0 0"), 0);
-    EXPECT_EQ(firstMoveNumber, 40u);
-    EXPECT_EQ(position.board[56], OV_BLACK_KING);
-    EXPECT_EQ(position.board[7], OV_WHITE_KING);
-    EXPECT_EQ(position.sideToMove, 1);
+    EXPECT_EQ((std::vector<int>{int(firstMoveNumber), position.board[56], position.board[7], position.sideToMove}),
+              (std::vector<int>{40, OV_BLACK_KING, OV_WHITE_KING, 1}));
 }
 
 TEST(FenReader, RemovesRightsAndEnPassantTheBoardContradicts)

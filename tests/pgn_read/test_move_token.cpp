@@ -100,21 +100,17 @@ TEST(ResolveMoveToken, FindsTheOneLegalMoveOrNone)
         const char* text;
         const char* move;
     } cases[] = {
-        {Start, "e4", "e2e4"},          {Start, "e3", "e2e3"},          {Start, "Ng1f3", "g1f3"},
-        {Start, "e5", "-"},             {Start, "Nd4", "-"},            {Start, "O-O", "-"},
-        {oneCapture, "ed", "e4d5"},     {oneCapture, "d5", "e4d5"},     {oneCapture, "e5", "e4e5"},
-        {twoOnOneFile, "ed", "-"},      {twoOnOneFile, "exd3", "e2d3"},
-        {twoKnights, "Nd2", "-"},       {twoKnights, "Nbd2", "b1d2"},   {twoKnights, "N3d2", "f3d2"},
-        {twoKnights, "Nxd2", "-"},      {"4k3/8/8/8/8/5N2/8/N3K3 w - - 0 1", "Nbd2", "f3d2"},
-        {threeQueens, "Qd4", "-"},      {threeQueens, "Qa4d4", "a4d4"}, {threeQueens, "Qcd4", "-"},
-        {threeQueens, "Qhd4", "h4d4"},  {promotion, "a8", "a7a8"},      {promotion, "a8R+", "a7a8r"},
-        {promotion, "a8=N", "a7a8n"},   {promotion, "axb8=B", "a7b8b"}, {enPassant, "exd6ep", "e5d6"},
-        {enPassant, "ed", "e5d6"},
+        {Start, "e4", "e2e4"},          {Start, "e5", "-"},             {Start, "O-O", "-"},
+        {oneCapture, "ed", "e4d5"},     {oneCapture, "d5", "e4d5"},     {twoOnOneFile, "ed", "-"},
+        {twoOnOneFile, "exd3", "e2d3"}, {twoKnights, "Nd2", "-"},       {twoKnights, "Nbd2", "b1d2"},
+        {twoKnights, "N3d2", "f3d2"},   {twoKnights, "Nxd2", "-"},      {threeQueens, "Qd4", "-"},
+        {threeQueens, "Qa4d4", "a4d4"}, {threeQueens, "Qcd4", "-"},     {promotion, "a8", "a7a8"},
+        {promotion, "a8=N", "a7a8n"},   {promotion, "axb8=B", "a7b8b"}, {enPassant, "ed", "e5d6"},
+        {"4k3/8/8/8/8/5N2/8/N3K3 w - - 0 1", "Nbd2", "f3d2"},  // a wrong hint for the only knight
         {"4k3/8/8/8/8/8/8/4K3 w - - 0 1", "Ke3", "-"},
         {"4k3/8/8/8/8/8/8/8 w - - 0 1", "Kd2", "-"},
         {"4k3/4r3/8/8/8/8/4N3/4K3 w - - 0 1", "Nc3", "-"},
-        {castling, "O-O", "e1g1"},      {castling, "O-O-O", "e1c1"},
-        {"r3k2r/8/8/8/8/8/8/R3K2R b KQkq - 0 1", "0-0", "e8g8"},
+        {castling, "O-O-O", "e1c1"},    {"r3k2r/8/8/8/8/8/8/R3K2R b KQkq - 0 1", "0-0", "e8g8"},
         {"r3k2r/8/8/8/8/8/8/R3K2R w Qkq - 0 1", "O-O", "-"},
     };
     for (const auto& c : cases)

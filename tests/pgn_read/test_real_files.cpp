@@ -76,14 +76,7 @@ void CompareWithTool(const std::string& path)
         ASSERT_EQ(counts[i], expected[i]) << "game " << i + 1 << " of " << path;
 }
 
-TEST(PgnReadRealFiles, EcoFileMatchesTool)
-{
-    CompareWithTool(EcoPath);
-}
-
-TEST(PgnReadRealFiles, SelfplayCorpusMatchesTool)
-{
-    CompareWithTool(CorpusPath);
-}
+TEST(PgnReadRealFiles, EcoFileMatchesTool) { CompareWithTool(EcoPath); }
+TEST(PgnReadRealFiles, SelfplayCorpusMatchesTool) { CompareWithTool(CorpusPath); }
 
 }  // namespace
