@@ -23,11 +23,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
 {
     std::string value = game.tags[tag - 1];
     switch (tag) {
-    case TagEvent:
-    case TagSite:
-    case TagRound:
-    case TagWhite:
-    case TagBlack:
+    case TagEvent: case TagSite: case TagRound: case TagWhite: case TagBlack:
         return value.empty() ? "?" : value;
     case TagDate: {
         int32_t year, month, day;
@@ -36,8 +32,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
         FormatDateTag(date, year, month, day);
         return date;
     }
-    case TagWhiteTime:
-    case TagBlackTime: {
+    case TagWhiteTime: case TagBlackTime: {
         int32_t hours, minutes, seconds;
         ParseTimeText(value, hours, minutes, seconds);
         if (int64_t{hours} + minutes + seconds <= 0)
@@ -46,8 +41,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
         FormatTimeTag(time, hours, minutes, seconds);
         return time;
     }
-    case TagSetUp:
-    case TagFen:
+    case TagSetUp: case TagFen:
         return "";
     default:
         return value;
@@ -149,14 +143,7 @@ void RoundTrip(const std::string& path)
     EXPECT_EQ(second.count, first.ends.size());
 }
 
-TEST(RoundTrip, EcoFile)
-{
-    RoundTrip(EcoPath);
-}
-
-TEST(RoundTrip, SelfPlayCorpus)
-{
-    RoundTrip(CorpusPath);
-}
+TEST(RoundTrip, EcoFile) { RoundTrip(EcoPath); }
+TEST(RoundTrip, SelfPlayCorpus) { RoundTrip(CorpusPath); }
 
 }  // namespace
