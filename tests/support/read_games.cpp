@@ -61,6 +61,22 @@ std::vector<std::string> ReadGame::Words() const
     return words;
 }
 
+std::string ReadGame::Record() const
+{
+    std::string text = "main " + std::to_string(moveCount) + " tree " + std::to_string(treeCount) + " first " +
+                       std::to_string(firstMoveNumber) + " position";
+    for (uint8_t byte : std::string_view(reinterpret_cast<const char*>(&position), sizeof position))
+        text += ' ' + std::to_string(byte);
+    text += " moves";
+    for (const std::string& word : Words())
+        text += ' ' + word;
+    for (const auto& [index, nag] : nags)
+        text += " $" + std::to_string(index) + ":" + std::to_string(nag);
+    for (const auto& [index, comment] : comments)
+        text += " {" + std::to_string(index) + ":" + comment + "}";
+    return text;
+}
+
 ReadGame Capture(const PgnGame& game, int32_t hasComment, int32_t movesRead)
 {
     ReadGame read;

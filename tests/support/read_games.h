@@ -30,6 +30,9 @@ struct ReadGame {
     const std::string& Tag(int32_t number) const { return tags[number - 1]; }
     // The tree as MoveWord words.
     std::vector<std::string> Words() const;
+    // Tree, counts, first move number, start position, glyphs and comments
+    // in one line, for comparing what two reads made of a game.
+    std::string Record() const;
 };
 
 // "e2e4", "e7e8n": the move with "*" behind it for MoveBranch and "|" for
