@@ -18,10 +18,7 @@ namespace {
 const std::string ThreeGames =
     "[White \"one\"]\n\n1. e4 e5 1-0\n\n[White \"two\"]\n\n1. d4 d5 0-1\n\n[White \"three\"]\n\n1. c4 1/2-1/2\n";
 
-void WriteFile(const std::string& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
+void WriteFile(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
 std::string ReadFile(const std::string& path)
 {
@@ -37,9 +34,8 @@ struct Progress {
 
     static int32_t Call(uint32_t gamesWritten, intptr_t self)
     {
-        auto& progress = *reinterpret_cast<Progress*>(self);
-        progress.counts.push_back(gamesWritten);
-        return gamesWritten != progress.stopAt ? 1 : 0;
+        reinterpret_cast<Progress*>(self)->counts.push_back(gamesWritten);
+        return gamesWritten != reinterpret_cast<Progress*>(self)->stopAt ? 1 : 0;
     }
 };
 
@@ -143,9 +139,7 @@ TEST_F(Drivers, ExportWritesTheNamedGamesInTheirOrder)
     EXPECT_EQ(Export(exported.c_str(), {{3, 1, 3}}), 3);
     const std::vector<ReadGame> games = ReadGamesOfFile(exported.str());
     ASSERT_EQ(games.size(), 3u);
-    EXPECT_EQ(games[0].Tag(TagWhite), "three");
-    EXPECT_EQ(games[1].Tag(TagWhite), "one");
-    EXPECT_EQ(games[2].Tag(TagWhite), "three");
+    EXPECT_EQ(games[0].Tag(TagWhite) + games[1].Tag(TagWhite) + games[2].Tag(TagWhite), "threeonethree");
     const std::string text = ReadFile(exported.str());
     EXPECT_EQ(Export(exported.c_str(), {{3, 1, 3}}, 0xFFFFFFFF), 3);
     EXPECT_EQ(ReadFile(exported.str()), text);
