@@ -3,71 +3,61 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "pgn_write/test_game.h"
 #include "support/capture.h"
 
 namespace {
 
-TEST(Movetext, NumbersFollowCommentsAndVariationsNotGlyphs)
-{
-    TestGame game;
-    game.Tree({"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"})
-        .Comment(3, "Usual")
-        .Nags(5, 1)
-        .Tag(TagResult, "*");
-    EXPECT_EQ(game.Movetext(), "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 a6 *");
-    game.Comment(5, "text");
-    EXPECT_EQ(game.Movetext(),
-              "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 {text} 3... a6 *");
-}
-
-TEST(Movetext, VariationsSideBySideAndNested)
+TEST(Movetext, NumbersVariationsAndAnnotations)
 {
     const struct {
         std::initializer_list<std::string_view> tree;
+        std::vector<std::pair<uint32_t, const char*>> comments;
+        std::vector<std::pair<uint32_t, uint16_t>> nags;
+        const char* result;
         const char* text;
     } cases[] = {
+        // numbers follow comments and variations, not glyphs
+        {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}}, {{5, 1}}, "*",
+         "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 a6 *"},
+        {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}, {5, "text"}}, {{5, 1}},
+         "*", "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 {text} 3... a6 *"},
         // two alternatives to one move, in stored order, each with its full number
-        {{"e2e4", "e7e5B", "g1f3", "b8c6E", "c7c5B", "g1f3E", "e7e6E"},
+        {{"e2e4", "e7e5B", "g1f3", "b8c6E", "c7c5B", "g1f3E", "e7e6E"}, {}, {}, "*",
          "1. e4 e5 (1... c5 2. Nf3) (1... e6) 2. Nf3 Nc6 *"},
-        // a variation inside a variation; Black's reply to a replaced White move
-        // gets its full number, White's move behind a replaced Black move does not
-        {{"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3B", "d7d6E", "c2c3", "d7d5E"},
+        // Black's reply to a replaced White move gets its full number, White's move behind a replaced Black move not
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3B", "d7d6E", "c2c3", "d7d5E"}, {}, {}, "*",
          "1. e4 e5 (1... c5 2. Nf3 (2. c3 d5) 2... d6) 2. Nf3 *"},
-        // an alternative to White's first move
-        {{"e2e4B", "e7e5E", "d2d4", "d7d5E"}, "1. e4 (1. d4 d5) 1... e5 *"},
+        {{"e2e4B", "e7e5E", "d2d4", "d7d5E"}, {}, {}, "*", "1. e4 (1. d4 d5) 1... e5 *"},
         // the last line of the tree without its MoveLineEnd still closes
-        {{"e2e4", "e7e5B", "g1f3E", "c7c5"}, "1. e4 e5 (1... c5) 2. Nf3 *"},
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5"}, {}, {}, "*", "1. e4 e5 (1... c5) 2. Nf3 *"},
+        // annotations of a variation's first move stand inside its brackets
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, "Sharp"}}, {{4, 2}, {2, 14 | 15 << 8}}, "*",
+         "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *"},
+        {{"f2f3", "e7e5", "g2g4", "d8h4E"}, {}, {}, "0-1", "1. f3 e5 2. g4 Qh4# 0-1"},
+        {{}, {}, {}, "1-0", "1-0"},
+        {{}, {{0, "Only a comment"}}, {{0, 10}}, "1-0", "$10 {Only a comment} 1-0"},
     };
     for (const auto& c : cases) {
         TestGame game;
-        game.Tree(c.tree).Tag(TagResult, "*");
+        game.Tree(c.tree).Tag(TagResult, c.result);
+        for (const auto& [entry, text] : c.comments)
+            game.Comment(entry, text);
+        for (const auto& [entry, word] : c.nags)
+            game.Nags(entry, word);
         EXPECT_EQ(game.Movetext(), c.text);
     }
 }
 
-TEST(Movetext, AnnotationsOfAVariationsFirstMove)
-{
-    TestGame game;
-    game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"})
-        .Nags(4, 2)
-        .Comment(4, "Sharp")
-        .Nags(2, 14 | 15 << 8)
-        .Tag(TagResult, "*");
-    EXPECT_EQ(game.Movetext(), "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *");
-}
-
-TEST(Movetext, PromotionCheckAndMateSigns)
+TEST(Movetext, PromotionAndCheckSigns)
 {
     TestGame game;
     game.SetUp({{"h1", OV_WHITE_KING}, {"b7", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 0);
     game.Tree({"b7b8B", "e8d7", "h1g2E", "b7b8nE"}).Tag(TagResult, "*");
     EXPECT_EQ(game.Movetext(), "1. b8=Q+ (1. b8=N) 1... Kd7 2. Kg2 *");
-
-    TestGame foolsMate;
-    foolsMate.Tree({"f2f3", "e7e5", "g2g4", "d8h4E"}).Tag(TagResult, "0-1");
-    EXPECT_EQ(foolsMate.Movetext(), "1. f3 e5 2. g4 Qh4# 0-1");
 }
 
 TEST(Movetext, SetUpPositionWithBlackToMove)
@@ -81,15 +71,6 @@ TEST(Movetext, SetUpPositionWithBlackToMove)
     // the first move's own annotations are not repeated in front of it.
     game.Comment(1, "Only").Nags(1, 3);
     EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
-}
-
-TEST(Movetext, GamesWithoutMoves)
-{
-    TestGame empty;
-    empty.Tree({}).Tag(TagResult, "1-0");
-    EXPECT_EQ(empty.Movetext(), "1-0");
-    empty.Comment(0, "Only a comment").Nags(0, 10);
-    EXPECT_EQ(empty.Movetext(), "$10 {Only a comment} 1-0");
 }
 
 TEST(Movetext, LineBreaksAtTheWidth)
