@@ -96,17 +96,6 @@ TEST_F(Drivers, ImportCountsStoredGamesAndStopsWhenTheHostSaysSo)
     EXPECT_EQ(OvGetGamesCount(file), 7);
 }
 
-TEST_F(Drivers, ImportOfNothingStoresNothing)
-{
-    for (const char* text : {"", "no tags at all\n", "\x01\xff{"}) {
-        WriteFile(pgn.str(), text);
-        Progress progress;
-        EXPECT_EQ(Import(&progress), 0);
-        EXPECT_TRUE(progress.counts.empty()) << text;
-    }
-    EXPECT_EQ(OvGetGamesCount(file), 0);
-}
-
 TEST_F(Drivers, MemoryReadTakesTheFirstGameThatIsNotSkipped)
 {
     OwnedGameBuffer game;
