@@ -72,20 +72,4 @@ TEST(PgnHostileInput, DeepAndOddBracketsStayWithinTheirArrays)
     EXPECT_LE(game.treeCount, static_cast<uint32_t>(PGN_MAX_MOVES));
 }
 
-TEST(PgnHostileInput, GarbageFenTagsAreSkippedOrRead)
-{
-    TraceCapture trace;
-    std::mt19937 random(7);
-    const std::string alphabet = "pnbrqkPNBRQK0123456789/ -wbKQkqabcdefgh";
-    std::string text;
-    for (int i = 0; i < 500; ++i) {
-        std::string fen;
-        for (size_t n = random() % 90; n > 0; --n)
-            fen += alphabet[random() % alphabet.size()];
-        text += "[SetUp \"2\"]\n[FEN \"" + fen + "\"]\n1. e4 O-O 2. Nf3 O-O-O *\n";
-    }
-    ReadText(text);
-    ReadText(text, PgnSwapColours);
-}
-
 }  // namespace

@@ -1,9 +1,8 @@
 // The scanner: token boundaries, strings, escape lines, cut tokens, and where
-// each source's input ends.
+// memory input ends. File input and its refills are read by the real file
+// comparisons.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -90,34 +89,6 @@ TEST(PgnScanner, MemoryInputEndsAtNulOrBeforeTheLastByte)
     EXPECT_TRUE(TokensOf(none).empty());
     PgnInput negative(nullptr, "e4 e5\n", -3);
     EXPECT_TRUE(TokensOf(negative).empty());
-}
-
-std::unique_ptr<std::FILE, int (*)(std::FILE*)> FileWith(const std::string& text)
-{
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
-    std::fwrite(text.data(), 1, text.size(), file.get());
-    std::rewind(file.get());
-    return file;
-}
-
-TEST(PgnScanner, FileInputDeliversEveryByteAndAgreesWithMemoryAcrossRefills)
-{
-    // A NUL does not end a file; its end arrives while 1-0 is collected.
-    auto ending = FileWith(std::string("e4\0 d5 1-0", 10));
-    PgnInput noLineEnd(ending.get(), nullptr, 0);
-    EXPECT_EQ(TokensOf(noLineEnd), (Tokens{"e4", "d5"}));
-
-    // Several buffers' worth of text, with tokens and put-back bytes standing
-    // across every refill boundary.
-    std::string text;
-    for (int i = 0; text.size() < 300000; ++i)
-        text += std::to_string(i) + ".Nf3!?{c " + std::to_string(i % 97) + "}[T\"v\"] ";
-    text += "\n";
-    auto file = FileWith(text);
-    PgnInput fromFile(file.get(), nullptr, 0);
-    Tokens fileTokens = TokensOf(fromFile);
-    EXPECT_GT(fileTokens.size(), 40000u);
-    EXPECT_EQ(fileTokens, TokensOf(text));
 }
 
 }  // namespace
