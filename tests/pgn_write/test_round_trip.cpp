@@ -14,6 +14,7 @@
 #include "pgn/write/tag_formats.h"
 #include "pgn_write/sink_text.h"
 #include "support/corpus.h"
+#include "support/read_games.h"
 
 namespace {
 
@@ -51,24 +52,10 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
 // Everything the record says about the game, as text.
 std::string Snapshot(const PgnGame& game)
 {
-    std::string text;
+    std::string text = Capture(game).Record() + " result " + std::to_string(game.resultToken);
     for (int32_t tag = TagEvent; tag <= TagRemark; ++tag)
-        text += std::string(PgnTagNames[tag - 1]) + "=" + WrittenTagForm(game, tag) + "\n";
-    text.append(reinterpret_cast<const char*>(game.position), sizeof(sPosition));
-    text += "\nfirst " + std::to_string(game.firstMoveNumber) + " main " +
-            std::to_string(game.moveCount) + " tree " + std::to_string(game.treeCount) +
-            " result " + std::to_string(game.resultToken) + "\n";
-    uint32_t end = game.treeCount != 0 ? game.treeCount : game.moveCount;
-    for (uint32_t entry = 0; entry <= end; ++entry) {
-        if (entry > 0)
-            text += std::to_string(game.moves[entry - 1]);
-        if (game.nags[entry] != 0)
-            text += " $" + std::to_string(game.nags[entry]);
-        if (game.commentIndex[entry] != 0)
-            text += std::string(" {") + (game.commentText + game.commentIndex[entry]) + "}";
-        text += "\n";
-    }
-    return text;
+        text.append("\n").append(PgnTagNames[tag - 1]).append("=").append(WrittenTagForm(game, tag));
+    return text + "\n";
 }
 
 std::string WriteToText(const PgnGame& game)
