@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "frame/locale_tables.h"
 #include "orvan.h"
@@ -12,16 +13,8 @@
 
 namespace {
 
-struct Delivered {
-    int32_t result;
-    std::string text;
-    bool operator==(const Delivered&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Delivered& d)
-{
-    return out << d.result << " \"" << d.text << "\"";
-}
+// The result of a call and the text it delivered.
+using Delivered = std::pair<int32_t, std::string>;
 
 class HeaderFields : public ::testing::Test {
 protected:
@@ -109,10 +102,10 @@ TEST_F(HeaderFields, ResultAndStatusAsTextAndNumber)
     IGGamePutStatus(g, OvgStatusSetUp, 1);
     IGGamePutStatus(g, OvgStatusVariations, 1);
     IGGamePutStatus(g, 7, 1);  // not shown
-    EXPECT_EQ(Get(HdrStatus).text, "PV");
+    EXPECT_EQ(Get(HdrStatus).second, "PV");
     IGGamePutStatus(g, OvgStatusDeleted, 1);
     IGGamePutStatus(g, OvgStatusAnnotated, 1);
-    EXPECT_EQ(Get(HdrStatus).text, "ADPV");
+    EXPECT_EQ(Get(HdrStatus).second, "ADPV");
     EXPECT_EQ(Number(HdrStatus), 15);
 }
 
@@ -133,16 +126,16 @@ TEST_F(HeaderFields, PlayerDescriptionsHoldThePresentItems)
         IGGamePutCountry(g, 0, c.country);
         IGGamePutElo(g, 0, c.elo);
         IGGamePutTitle(g, 0, c.title);
-        EXPECT_EQ(Get(HdrWhiteFull).text, c.description);
-        EXPECT_EQ(Get(HdrPlayersFull).text, std::string(c.description) + " - Black");
+        EXPECT_EQ(Get(HdrWhiteFull).second, c.description);
+        EXPECT_EQ(Get(HdrPlayersFull).second, std::string(c.description) + " - Black");
     }
-    EXPECT_EQ(Get(HdrPlayers).text, "White - Black");
+    EXPECT_EQ(Get(HdrPlayers).second, "White - Black");
 
     // Pieces are cut where the room ends.
     IGGamePutCountry(g, 0, "ARG");
     IGGamePutElo(g, 0, 2600);
     EXPECT_EQ(Get(HdrPlayersFull, 12), (Delivered{1, "White (ARG,"}));
-    EXPECT_EQ(Get(HdrPlayersFull, 22).text, "White (ARG, 2600) - B");
+    EXPECT_EQ(Get(HdrPlayersFull, 22).second, "White (ARG, 2600) - B");
 }
 
 TEST_F(HeaderFields, UnknownCodesAndFieldsWithoutANumberGiveNothing)
@@ -181,7 +174,7 @@ TEST_F(HeaderFields, PutStoresTheTextFieldsInStoreCode)
     for (int32_t field : {HdrPlace, HdrSite, HdrAnnotator, HdrWhite, HdrBlack, HdrWhiteCountry,
                           HdrBlackCountry, HdrWhiteTitle, HdrBlackTitle, HdrKeycode, HdrRemark}) {
         EXPECT_EQ(OvPutHeaderInfo(g, field, "\xC5se \xE9t\xE9"), 1) << field;
-        EXPECT_EQ(Get(field).text, "\xC2se \xE9t\xE9") << field;  // Å has no way back
+        EXPECT_EQ(Get(field).second, "\xC2se \xE9t\xE9") << field;  // Å has no way back
     }
     EXPECT_STREQ(IGGameGetPlayer(g, 1, nullptr), "\x8Fse \x82t\x82");
 
