@@ -1,22 +1,6 @@
 #include "tests/chess/fen_setter.h"
 
-#include <stdexcept>
-#include <string>
-
 #include "chess/move_generator.h"
-
-namespace {
-
-uint8_t PieceCode(char letter)
-{
-    const std::string_view letters = " pnbrqk  PNBRQK";
-    const size_t code = letters.find(letter);
-    if (code == std::string_view::npos || letter == ' ')
-        throw std::invalid_argument(std::string("not a FEN piece letter: ") + letter);
-    return static_cast<uint8_t>(code);
-}
-
-}  // namespace
 
 sPosition PositionFromFen(std::string_view fen)
 {
@@ -31,7 +15,7 @@ sPosition PositionFromFen(std::string_view fen)
         } else if (c >= '1' && c <= '8') {
             file += c - '0';
         } else {
-            position.board[8 * rank + file++] = PieceCode(c);
+            position.board[8 * rank + file++] = static_cast<uint8_t>(std::string_view(" pnbrqk  PNBRQK").find(c));
         }
     }
     const auto field = [&]() {

@@ -1,9 +1,22 @@
 #include "tests/chess/plain_generator.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "chess/move_generator.h"
 #include "chess/move_notation.h"
+
+namespace {
+
+// Whether `from + step` is on the board and at most `files` files away, so
+// that the step has not wrapped round an edge.
+bool StepStays(int from, int step, int files)
+{
+    const int to = from + step;
+    return to >= 0 && to < 64 && std::abs((to & 7) - (from & 7)) <= files;
+}
+
+}  // namespace
 
 std::vector<int> PlainDestinations(const sPosition& position, int from)
 {
@@ -43,7 +56,7 @@ std::vector<int> PlainDestinations(const sPosition& position, int from)
     }
     if (kind == 2) {
         for (int step : {6, 15, 17, 10, -6, -15, -17, -10})
-            if (StepOkKnight(from, step) && isFree(position.board[from + step]))
+            if (StepStays(from, step, 2) && isFree(position.board[from + step]))
                 tryMove(from + step);
         return found;
     }
@@ -53,7 +66,7 @@ std::vector<int> PlainDestinations(const sPosition& position, int from)
     if (kind != 3)
         steps.insert(steps.end(), {8, 1, -8, -1});
     for (int step : steps)
-        for (int at = from; StepOkDiagonal(at, step) && StepOkStraight(at, step);) {
+        for (int at = from; StepStays(at, step, 1);) {
             at += step;
             if (isFree(position.board[at]))
                 tryMove(at);

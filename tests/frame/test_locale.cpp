@@ -7,34 +7,24 @@
 
 namespace {
 
-LocaleSource EnglishLocale()
+TEST(LocaleTables, FirstPictureWinsAndLongTextsAreCut)
 {
     LocaleSource locale;
-    const char* longNames[] = {"January", "February", "March",     "April",   "May",      "June",
-                               "July",    "August",   "September", "October", "November", "December"};
+    const char* names[] = {"January", "February", "March",     "April",   "May",      "June",
+                           "July",    "August",   "September", "October", "November", "December"};
     for (int i = 0; i < 12; ++i) {
-        locale.longMonthNames[i] = longNames[i];
-        locale.shortMonthNames[i] = std::string(longNames[i]).substr(0, 3);
+        locale.longMonthNames[i] = names[i];
+        locale.shortMonthNames[i] = std::string(names[i]).substr(0, 3);
     }
-    return locale;
-}
-
-TEST(LocaleTables, FirstPictureWinsAndNoneKeepsTheDefault)
-{
-    LocaleSource locale = EnglishLocale();
     LoadLocaleTables(locale);
-    EXPECT_STREQ(DatePicture, "yyyy/mm/dd");
+    EXPECT_STREQ(DatePicture, "yyyy/mm/dd") << "no picture keeps the default";
 
     locale.shortDatePictures = {"dd.MM.yyyy", "d.M.yy"};
     LoadLocaleTables(locale);
     EXPECT_STREQ(DatePicture, "dd.MM.yyyy");
     EXPECT_STREQ(LongMonthNames[8], "September");
     EXPECT_STREQ(ShortMonthNames[11], "Dec");
-}
 
-TEST(LocaleTables, LongNamesAreCutToTheirSlots)
-{
-    LocaleSource locale = EnglishLocale();
     locale.longMonthNames[0] = std::string(40, 'L');
     locale.shortMonthNames[0] = "Abcdefghij";
     locale.shortDatePictures = {std::string(50, 'y')};
@@ -46,18 +36,16 @@ TEST(LocaleTables, LongNamesAreCutToTheirSlots)
 
 TEST(PictureFromStrftime, TurnsConversionsIntoPictureLetters)
 {
-    EXPECT_EQ(PictureFromStrftime("%m/%d/%y"), "MM/dd/yy");
-    EXPECT_EQ(PictureFromStrftime("%d.%m.%Y"), "dd.MM.yyyy");
-    EXPECT_EQ(PictureFromStrftime("%Y-%m-%d"), "yyyy-MM-dd");
-    EXPECT_EQ(PictureFromStrftime("%D"), "MM/dd/yy");
-    EXPECT_EQ(PictureFromStrftime("%F"), "yyyy-MM-dd");
-    EXPECT_EQ(PictureFromStrftime("%e %B %Y"), "d MMMM yyyy");
-    EXPECT_EQ(PictureFromStrftime("%Ey"), "yy");
-    EXPECT_EQ(PictureFromStrftime("%Y年%m月%d日"), "yyyy年MM月dd日");
-    EXPECT_EQ(PictureFromStrftime("%d de %b"), "dd 'd''e' MMM");
+    const std::pair<const char*, const char*> cases[] = {
+        {"%d.%m.%Y", "dd.MM.yyyy"}, {"%D", "MM/dd/yy"},   {"%F", "yyyy-MM-dd"},
+        {"%e %B %Y", "d MMMM yyyy"}, {"%Ey", "yy"},       {"%Y年%m月%d日", "yyyy年MM月dd日"},
+        {"%d de %b", "dd 'd''e' MMM"},
+    };
+    for (const auto& [format, picture] : cases)
+        EXPECT_EQ(PictureFromStrftime(format), picture) << format;
 }
 
-TEST(UserLocale, CLocaleGivesEnglishMonthsAndAPicture)
+TEST(UserLocale, GivesMonthNamesAndAPicture)
 {
     LocaleSource locale = UserLocale();
     ASSERT_FALSE(locale.shortDatePictures.empty());

@@ -6,14 +6,10 @@
 
 namespace {
 
-class VersionHandshake : public ::testing::Test {
-protected:
-    void SetUp() override { ResetFakes(); }
-    BoxCapture boxes;
-};
-
-TEST_F(VersionHandshake, DeliversOwnWordsAndAsksBothSiblings)
+TEST(VersionHandshake, DeliversOwnWordsAndAsksBothSiblings)
 {
+    ResetFakes();
+    BoxCapture boxes;
     uint32_t version = 0, second = 99;
     EXPECT_EQ(OvGetVersion(&version, &second), 1);
     EXPECT_EQ(version, 0x00010000u);
@@ -22,51 +18,37 @@ TEST_F(VersionHandshake, DeliversOwnWordsAndAsksBothSiblings)
     EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(VersionHandshake, NullPointersStillRunTheFullHandshake)
+TEST(VersionHandshake, FloorWithoutCeilingAndABoxPerSiblingTooOld)
 {
-    Fakes().gameVersionWord = 0x0000FFFF;
-    EXPECT_EQ(OvGetVersion(nullptr, nullptr), 0);
-    EXPECT_EQ(Fakes().calls.size(), 2u);
-    ASSERT_EQ(boxes.boxes.size(), 1u);
-    EXPECT_EQ(boxes.boxes[0].text, "Version conflict: OvGame.dll");
-}
-
-TEST_F(VersionHandshake, FloorWithoutCeiling)
-{
-    struct Case {
+    const struct {
         uint32_t keyWord, gameWord;
-        int32_t expected;
+        int32_t keyResult, expected;
+        std::vector<std::string> boxes;
+    } cases[] = {
+        {0x00020000, 0x00010000, 1, 1, {}},
+        {0x00010000, 0xFFFFFFFF, 1, 1, {}},
+        {0x0000FFFF, 0x00010000, 1, 0, {"Version conflict: OvKey.dll"}},
+        {0x00010000, 0x0000FFFF, 1, 0, {"Version conflict: OvGame.dll"}},
+        {0x0000FFFF, 0, 1, 0, {"Version conflict: OvKey.dll", "Version conflict: OvGame.dll"}},
+        {0x00010000, 0x00010000, 0, 0, {}},  // an acceptable word with a failing result
     };
-    for (Case c : {Case{0x00010000, 0x00010000, 1}, Case{0x00020000, 0x00010000, 1},
-                   Case{0x00010000, 0xFFFFFFFF, 1}, Case{0x0000FFFF, 0x00010000, 0},
-                   Case{0x00010000, 0x0000FFFF, 0}}) {
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << std::hex << c.keyWord << " " << c.gameWord);
         ResetFakes();
         Fakes().keyVersionWord = c.keyWord;
         Fakes().gameVersionWord = c.gameWord;
-        EXPECT_EQ(OvGetVersion(nullptr, nullptr), c.expected) << std::hex << c.keyWord << " " << c.gameWord;
+        Fakes().keyVersionResult = c.keyResult;
+        BoxCapture boxes;
+        EXPECT_EQ(OvGetVersion(nullptr, nullptr), c.expected);
+        EXPECT_EQ(Fakes().calls.size(), 2u) << "null pointers still run the full handshake";
+        ASSERT_EQ(boxes.boxes.size(), c.boxes.size());
+        for (size_t i = 0; i < c.boxes.size(); ++i) {
+            EXPECT_EQ(boxes.boxes[i].text, c.boxes[i]);
+            EXPECT_EQ(boxes.boxes[i].caption, "Version Error");
+            EXPECT_EQ(boxes.boxes[i].style, 0x10u);
+            EXPECT_EQ(boxes.boxes[i].owner, nullptr);
+        }
     }
-}
-
-TEST_F(VersionHandshake, BothTooOldShowsKeyBoxThenGameBox)
-{
-    Fakes().keyVersionWord = 0x0000FFFF;
-    Fakes().gameVersionWord = 0;
-    EXPECT_EQ(OvGetVersion(nullptr, nullptr), 0);
-    ASSERT_EQ(boxes.boxes.size(), 2u);
-    EXPECT_EQ(boxes.boxes[0].text, "Version conflict: OvKey.dll");
-    EXPECT_EQ(boxes.boxes[1].text, "Version conflict: OvGame.dll");
-    for (const CapturedBox& box : boxes.boxes) {
-        EXPECT_EQ(box.caption, "Version Error");
-        EXPECT_EQ(box.style, 0x10u);
-        EXPECT_EQ(box.owner, nullptr);
-    }
-}
-
-TEST_F(VersionHandshake, AcceptableWordWithFailingResultFailsSilently)
-{
-    Fakes().keyVersionResult = 0;
-    EXPECT_EQ(OvGetVersion(nullptr, nullptr), 0);
-    EXPECT_TRUE(boxes.boxes.empty());
 }
 
 }  // namespace

@@ -51,11 +51,11 @@ TEST_F(AnnotationForms, ShortCommentItemsBecomeGlyphNumbers)
         uint16_t nags;
         size_t traceLines;
     } cases[] = {
-        {"14", 14, 0},          {"$14", 14, 0},       {"!?", 5, 0},  // the longer symbol first
+        {"$14", 14, 0},          {"!?", 5, 0},  // the longer symbol first
         {"!14", 1 | 14 << 8, 0}, {"+-=", 18 | 11 << 8, 0},
-        {"!!?" "?!", 3 | 4 << 8, 1},                                 // a third glyph is dropped
-        {"300", 0, 1},          {"0", 0, 1},          {"05", 5, 0},  // 0 is no number
-        {"#@", 0, 0},           {"x!", 1, 1},         {"\xB7", 14, 0}, {"\xB1", 0, 1},
+        {"!!?" "?!", 3 | 4 << 8, 1},     // a third glyph is dropped
+        {"300", 0, 1},           {"0", 0, 1}, {"05", 5, 0},  // 0 is no number
+        {"#@", 0, 0},            {"x!", 1, 1}, {"\xB7", 14, 0}, {"\xB1", 0, 1},
     };
     for (const auto& c : cases) {
         TraceCapture trace;

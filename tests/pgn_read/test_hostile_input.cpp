@@ -6,8 +6,8 @@
 #include <string>
 
 #include "pgn/read/pgn_read.h"
-#include "pgn_read/read_helpers.h"
 #include "support/capture.h"
+#include "support/read_games.h"
 
 namespace {
 
@@ -21,9 +21,8 @@ TEST(PgnHostileInput, RandomBytesAndMutatedGamesEndCleanly)
     TraceCapture trace;
     std::mt19937 random(20261123);
     std::string noise(200000, '\0');
-    for (char& c : noise) {
+    for (char& c : noise)
         c = static_cast<char>(random() % 255 + 1);
-    }
     ReadText(noise);
     ReadText(noise, PgnTagsOnly | PgnSwapColours);
 
@@ -35,9 +34,8 @@ TEST(PgnHostileInput, RandomBytesAndMutatedGamesEndCleanly)
         std::string text;
         for (int copy = 0; copy < 5; ++copy) {
             std::string game = base;
-            for (int change = 0; change < 4; ++change) {
+            for (int change = 0; change < 4; ++change)
                 game[random() % game.size()] = alphabet[random() % alphabet.size()];
-            }
             text += game;
         }
         games += ReadText(text, round % 4 == 0 ? uint32_t{PgnSwapColours} : 0u).size();
@@ -49,49 +47,29 @@ TEST(PgnHostileInput, DeepAndOddBracketsStayWithinTheirArrays)
 {
     TraceCapture trace;
     std::string nested = "[Event \"e\"]\n1. e4 ";
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 3000; ++i)
         nested += "(1. d4 ";
-    }
     nested += std::string(3000, ')') + " e5 *\n";
     ReadGame game = ReadOne(nested);
     // e5's count holds 255 of its 3000 closing brackets, so for the main line
     // the variation never closes and e5 is not reached.
-    EXPECT_EQ(game.moves.front(), "e2e4*|");
+    EXPECT_EQ(MoveWord(game.moves.front()), "e2e4*|");
     EXPECT_EQ(game.moveCount, 1u);
     EXPECT_LE(game.treeCount, static_cast<uint32_t>(PGN_MAX_MOVES));
 
     std::string closing = "[Event \"e\"]\n1. e4 " + std::string(1000, ')') + " e5 ";
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < 600; ++i)
         closing += "(( e6 ; ; e6 ";
-    }
     closing += "*\n";
     game = ReadOne(closing);
     EXPECT_LE(game.treeCount, static_cast<uint32_t>(PGN_MAX_MOVES));
 
     // Tokens up to the list's end, each opening a variation that never closes.
     std::string open = "[Event \"e\"]\n1. e4";
-    for (int i = 0; i < PGN_MAX_MOVES + 50; ++i) {
+    for (int i = 0; i < PGN_MAX_MOVES + 50; ++i)
         open += " (1. d4";
-    }
     game = ReadOne(open + " *\n");
     EXPECT_LE(game.treeCount, static_cast<uint32_t>(PGN_MAX_MOVES));
-}
-
-TEST(PgnHostileInput, GarbageFenTagsAreSkippedOrRead)
-{
-    TraceCapture trace;
-    std::mt19937 random(7);
-    const std::string alphabet = "pnbrqkPNBRQK0123456789/ -wbKQkqabcdefgh";
-    std::string text;
-    for (int i = 0; i < 500; ++i) {
-        std::string fen;
-        for (size_t n = random() % 90; n > 0; --n) {
-            fen += alphabet[random() % alphabet.size()];
-        }
-        text += "[SetUp \"2\"]\n[FEN \"" + fen + "\"]\n1. e4 O-O 2. Nf3 O-O-O *\n";
-    }
-    ReadText(text);
-    ReadText(text, PgnSwapColours);
 }
 
 }  // namespace

@@ -1,9 +1,8 @@
 // The scanner: token boundaries, strings, escape lines, cut tokens, and where
-// each source's input ends.
+// memory input ends. File input and its refills are read by the real file
+// comparisons.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,24 +11,18 @@
 
 namespace {
 
-// A string value as the tests write it: in double quotes.
-std::string Quoted(const std::string& value)
-{
-    std::string quoted(1, '"');
-    quoted.append(value).push_back('"');
-    return quoted;
-}
+using Tokens = std::vector<std::string>;
 
 // A token as "text", or "\"text\"" for a string value.
-std::vector<std::string> TokensOf(PgnInput& input)
+Tokens TokensOf(PgnInput& input)
 {
-    std::vector<std::string> tokens;
+    Tokens tokens;
     char token[PgnTokenSize];
     try {
         for (;;) {
             int32_t isString = -1;
             PgnNextToken(input, token, &isString);
-            tokens.push_back(isString ? Quoted(token) : std::string(token));
+            tokens.push_back(isString ? '"' + std::string(token) + '"' : std::string(token));
         }
     } catch (const PgnEndOfInput&) {
     }
@@ -37,23 +30,19 @@ std::vector<std::string> TokensOf(PgnInput& input)
 }
 
 // The text in memory with its terminating NUL, so that nothing is lost.
-std::vector<std::string> TokensOf(const std::string& text)
+Tokens TokensOf(const std::string& text)
 {
     PgnInput input(nullptr, text.c_str(), static_cast<int32_t>(text.size() + 1));
     return TokensOf(input);
 }
 
-using Tokens = std::vector<std::string>;
-
-struct ScanCase {
-    const char* text;
-    Tokens tokens;
-};
-
-TEST(PgnScanner, SplitsTokensAsTheGameLoopNeedsThem)
+TEST(PgnScanner, SplitsTokensAndStrings)
 {
-    const ScanCase cases[] = {
-        {"1. e4 e5 *\n", {"1", ".", "e4", "e5", "*"}},
+    const std::string x300(300, 'x'), v300(300, 'v'), glyph = '$' + std::string(299, '1');
+    const struct {
+        std::string text;
+        Tokens tokens;
+    } cases[] = {
         {"12...Nf6\n", {"12", ".", ".", ".", "Nf6"}},
         {"Nf3!? $14! e4?\n", {"Nf3", "!?", "$14!", "e4", "?"}},
         {"[White\"Kasparov, G.\"]\n", {"[", "White", "\"Kasparov, G.\"", "]"}},
@@ -63,47 +52,22 @@ TEST(PgnScanner, SplitsTokensAsTheGameLoopNeedsThem)
         {"1/2-\n\n  1/2 e4\n", {"1/2-1/2", "e4"}},
         {"O-  O e4\n", {"O-O", "e4"}},
         {"a-\n{ b\n", {"a-", "{", "b"}},
-        {"\t\v\r\ne4\r\n", {"e4"}},
-        {"\xe9t\xe9 e4\n", {"\xe9t\xe9", "e4"}},
-    };
-    for (const ScanCase& test : cases) {
-        EXPECT_EQ(TokensOf(test.text), test.tokens) << test.text;
-    }
-}
-
-TEST(PgnScanner, StringsKeepEscapesAndLoseOuterBlanks)
-{
-    const ScanCase cases[] = {
+        {"\t\v\r\n\xe9t\xe9 e4\r\n", {"\xe9t\xe9", "e4"}},
+        // Strings keep their escapes and lose their outer blanks.
         {"\"a\\\"b\"\n", {"\"a\\\"b\""}},
-        {"\"   \" e4\n", {"\"\"", "e4"}},
         {"\"  two  words \t\"\n", {"\"two  words\""}},
+        {"\"   \" e4\n", {"\"\"", "e4"}},
         {"\"unclosed\ne4\n", {"\"unclosed\"", "e4"}},
         {"\"back\\\nslash\" e4\n", {"\"back\\\nslash\"", "e4"}},
+        // Long tokens are cut at 255 characters; a cut string's rest is thrown
+        // away up to its closing quote, escapes and line ends included.
+        {x300 + "{c\n", {x300.substr(0, 255), "{", "c"}},
+        {glyph + " e4\n", {glyph.substr(0, 255), "e4"}},
+        {'"' + v300 + "\\\"\nmore\" e4\n", {'"' + v300.substr(0, 255) + '"', "e4"}},
+        {'"' + v300.substr(0, 254) + "\\\"still\" e4\n", {'"' + v300.substr(0, 254) + "\\\"", "e4"}},
     };
-    for (const ScanCase& test : cases) {
-        EXPECT_EQ(TokensOf(test.text), test.tokens) << test.text;
-    }
-}
-
-TEST(PgnScanner, LongTokensAreCutAt255Characters)
-{
-    std::string word(300, 'x');
-    EXPECT_EQ(TokensOf(word + " e4\n"), (Tokens{std::string(255, 'x'), "e4"}));
-    EXPECT_EQ(TokensOf(word + "{c\n"), (Tokens{std::string(255, 'x'), "{", "c"}));
-
-    std::string glyph(300, '1');
-    glyph[0] = '$';
-    std::string kept = glyph.substr(0, 255);
-    EXPECT_EQ(TokensOf(glyph + " e4\n"), (Tokens{kept, "e4"}));
-
-    // The cut string's rest is thrown away up to its closing quote, escapes
-    // and line ends included.
-    std::string cut = Quoted(std::string(300, 'v'));
-    cut.insert(cut.size() - 1, "\\\"\nmore");
-    EXPECT_EQ(TokensOf(cut + " e4\n"), (Tokens{Quoted(std::string(255, 'v')), "e4"}));
-    std::string escapeAtEnd = Quoted(std::string(254, 'v') + "\\\"still");
-    EXPECT_EQ(TokensOf(escapeAtEnd + " e4\n"),
-              (Tokens{Quoted(std::string(254, 'v') + "\\"), "e4"}));
+    for (const auto& c : cases)
+        EXPECT_EQ(TokensOf(c.text), c.tokens) << c.text;
 }
 
 TEST(PgnScanner, MemoryInputEndsAtNulOrBeforeTheLastByte)
@@ -118,58 +82,13 @@ TEST(PgnScanner, MemoryInputEndsAtNulOrBeforeTheLastByte)
     PgnInput atNul(nullptr, withNul.data(), static_cast<int32_t>(withNul.size()));
     EXPECT_EQ(TokensOf(atNul), (Tokens{"e4"})) << "a NUL right behind a token loses it";
 
-    std::string single("e4 *\0", 5);
-    PgnInput star(nullptr, single.data(), 5);
+    PgnInput star(nullptr, "e4 *\0", 5);
     EXPECT_EQ(TokensOf(star), (Tokens{"e4", "*"})) << "a single needs no look-ahead";
 
     PgnInput none(nullptr, nullptr, 100);
     EXPECT_TRUE(TokensOf(none).empty());
     PgnInput negative(nullptr, "e4 e5\n", -3);
     EXPECT_TRUE(TokensOf(negative).empty());
-}
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-std::unique_ptr<std::FILE, FileCloser> FileWith(const std::string& text)
-{
-    std::unique_ptr<std::FILE, FileCloser> file(std::tmpfile());
-    std::fwrite(text.data(), 1, text.size(), file.get());
-    std::rewind(file.get());
-    return file;
-}
-
-TEST(PgnScanner, FileInputDeliversEveryByte)
-{
-    auto ending = FileWith("e4 1-0");
-    PgnInput noLineEnd(ending.get(), nullptr, 0);
-    EXPECT_EQ(TokensOf(noLineEnd), (Tokens{"e4"})) << "the end arrives while 1-0 is collected";
-
-    auto ended = FileWith("e4 1-0\n");
-    PgnInput lineEnd(ended.get(), nullptr, 0);
-    EXPECT_EQ(TokensOf(lineEnd), (Tokens{"e4", "1-0"}));
-
-    auto nul = FileWith(std::string("e4\0 d5\n", 7));
-    PgnInput withNul(nul.get(), nullptr, 0);
-    EXPECT_EQ(TokensOf(withNul), (Tokens{"e4", "d5"})) << "a NUL in a file does not end it";
-}
-
-TEST(PgnScanner, FileAndMemoryAgreeAcrossBufferRefills)
-{
-    // Several buffers' worth of text, with tokens and put-back bytes standing
-    // across every refill boundary.
-    std::string text;
-    for (int i = 0; text.size() < 700000; ++i) {
-        text += std::to_string(i) + ".Nf3!?{c " + std::to_string(i % 97) + "}[T\"v\"] ";
-    }
-    text += "\n";
-    auto file = FileWith(text);
-    PgnInput fromFile(file.get(), nullptr, 0);
-    Tokens fileTokens = TokensOf(fromFile);
-    Tokens memoryTokens = TokensOf(text);
-    EXPECT_GT(fileTokens.size(), 100000u);
-    EXPECT_EQ(fileTokens, memoryTokens);
 }
 
 }  // namespace

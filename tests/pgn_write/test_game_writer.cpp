@@ -3,22 +3,15 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <thread>
 
 #include "pgn_write/test_game.h"
 
 namespace {
 
-// King and pawn against king, White to move at move 12, castling gone.
-void SetKingAndPawn(TestGame& game, uint8_t sideToMove)
-{
-    game.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, sideToMove, 11);
-}
-
 TEST(PgnWriteGame, SetUpGameWithCommentsGlyphAndVariation)
 {
     TestGame game;
-    SetKingAndPawn(game, 1);
+    game.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 11);
     game.Tree({"e2e4", "e8d7B", "e1f2E", "e8e7", "e1f2E"})
         .Comment(0, "Start")
         .Nags(1, 1)
@@ -27,19 +20,10 @@ TEST(PgnWriteGame, SetUpGameWithCommentsGlyphAndVariation)
         .Tag(TagResult, "1-0");
     ASSERT_EQ(game.game().moveCount, 3u);
     ASSERT_EQ(game.game().treeCount, 5u);
-    EXPECT_EQ(game.Text(),
-              "[Event \"?\"]\n"
-              "[Site \"?\"]\n"
-              "[Date \"1998.08.??\"]\n"
-              "[Round \"?\"]\n"
-              "[White \"?\"]\n"
-              "[Black \"?\"]\n"
-              "[Result \"1-0\"]\n"
-              "[SetUp \"1\"]\n"
-              "[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 12\"]\n"
-              "\n"
-              "{Start} 12. e4 $1 {Best} 12... Kd7 (12... Ke7 13. Kf2) 13. Kf2 1-0\n"
-              "\n");
+    EXPECT_EQ(game.Text(), "[Event \"?\"]\n[Site \"?\"]\n[Date \"1998.08.??\"]\n[Round \"?\"]\n[White \"?\"]\n"
+                           "[Black \"?\"]\n[Result \"1-0\"]\n[SetUp \"1\"]\n"
+                           "[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 12\"]\n\n"
+                           "{Start} 12. e4 $1 {Best} 12... Kd7 (12... Ke7 13. Kf2) 13. Kf2 1-0\n\n");
 }
 
 TEST(PgnWriteGame, TagSectionOrderAndRules)
@@ -52,42 +36,22 @@ TEST(PgnWriteGame, TagSectionOrderAndRules)
         game.Tag(static_cast<PgnTagNumber>(tag), values[tag - 1]);
     game.Tree({"e2e4E"});
     // From the standard position: no SetUp and no FEN, whatever the slots hold.
-    EXPECT_EQ(game.Text(),
-              "[Event \"Ev\"]\n"
-              "[Site \"Si\"]\n"
-              "[Date \"2001.02.03\"]\n"
-              "[Round \"Ro\"]\n"
-              "[White \"Wh\"]\n"
-              "[Black \"Bl\"]\n"
-              "[Result \"1/2-1/2\"]\n"
-              "[WhiteTitle \"GM\"]\n"
-              "[WhiteElo \"2700\"]\n"
-              "[WhiteCountry \"NOR\"]\n"
-              "[WhiteTime \"01:05:00\"]\n"
-              "[BlackTitle \"FM\"]\n"
-              "[BlackElo \"2500\"]\n"
-              "[BlackCountry \"IND\"]\n"
-              "[Annotator \"Anno\"]\n"
-              "[ECO \"B90\"]\n"
-              "[Remark \"Rem\"]\n"
-              "\n"
-              "1. e4 1/2-1/2\n"
-              "\n");
+    EXPECT_EQ(game.Text(), "[Event \"Ev\"]\n[Site \"Si\"]\n[Date \"2001.02.03\"]\n[Round \"Ro\"]\n[White \"Wh\"]\n"
+                           "[Black \"Bl\"]\n[Result \"1/2-1/2\"]\n[WhiteTitle \"GM\"]\n[WhiteElo \"2700\"]\n"
+                           "[WhiteCountry \"NOR\"]\n[WhiteTime \"01:05:00\"]\n[BlackTitle \"FM\"]\n[BlackElo \"2500\"]\n"
+                           "[BlackCountry \"IND\"]\n[Annotator \"Anno\"]\n[ECO \"B90\"]\n[Remark \"Rem\"]\n\n"
+                           "1. e4 1/2-1/2\n\n");
 }
 
 TEST(PgnWriteGame, SetUpNumberAndStartPositionTest)
 {
-    const struct {
-        const char* setUpSlot;
-        const char* setUpLine;
-    } cases[] = {{" +2 fischer", "[SetUp \"2\"]"}, {"", "[SetUp \"1\"]"}, {"x2", "[SetUp \"1\"]"}};
-    for (const auto& c : cases) {
+    for (const auto& [slot, number] : {std::pair{" +2 fischer", '2'}, {"", '1'}, {"x2", '1'}}) {
         TestGame game;
         game.game().position->castleBlackLong = 0;  // one byte off the standard start
-        game.Tag(TagSetUp, c.setUpSlot).Tag(TagFen, "ignored");
-        std::string text = game.Text();
-        EXPECT_NE(text.find(std::string("\n") + c.setUpLine + "\n[FEN \"rnbqkbnr/pppppppp/8/8/8/8/"
-                                                               "PPPPPPPP/RNBQKBNR w KQk - 0 1\"]\n"),
+        game.Tag(TagSetUp, slot).Tag(TagFen, "ignored");
+        const std::string text = game.Text();
+        EXPECT_NE(text.find(std::string("\n[SetUp \"") + number +
+                            "\"]\n[FEN \"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQk - 0 1\"]\n"),
                   std::string::npos)
             << text;
     }
@@ -137,27 +101,6 @@ TEST(PgnWriteGame, FileAndMemoryGiveTheSameBytes)
     written.resize(std::fread(written.data(), 1, written.size(), file));
     std::fclose(file);
     EXPECT_EQ(written, memory + memory);
-}
-
-TEST(PgnWriteGame, WritersOnTwoThreadsDoNotMeet)
-{
-    auto writeGames = [](const char* event, std::string* out) {
-        TestGame game;
-        game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"}).Tag(TagEvent, event).Tag(TagResult, "*");
-        PgnSink sink;
-        for (int i = 0; i < 300; ++i)
-            PgnWriteGame(sink, game.game());
-        *out = TakeText(sink);
-    };
-    std::string one, two, alone;
-    std::thread first(writeGames, "One", &one);
-    std::thread second(writeGames, "Two", &two);
-    first.join();
-    second.join();
-    writeGames("One", &alone);
-    EXPECT_EQ(one, alone);
-    EXPECT_EQ(two.find("One"), std::string::npos);
-    EXPECT_EQ(two.size(), one.size());
 }
 
 }  // namespace

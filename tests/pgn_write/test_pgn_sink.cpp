@@ -48,13 +48,11 @@ TEST(PgnSinkMemory, GrowsInStepsAndHandsOverTheTerminatedText)
     EXPECT_EQ(GlobalUnlock(block), 0) << "the block is handed over unlocked";
     EXPECT_EQ(GlobalFree(block), nullptr);
     EXPECT_EQ(sink.TakeMemoryText(), nullptr) << "a sink hands its block over once";
-}
 
-TEST(PgnSinkMemory, TerminatorOfAFullBlockGrowsIt)
-{
-    PgnSink sink;
-    PgnPutText(sink, std::string(PgnTextStep, 'a'));
-    HGLOBAL block = sink.TakeMemoryText();
+    // The terminator of a full block grows it.
+    PgnSink full;
+    PgnPutText(full, std::string(PgnTextStep, 'a'));
+    block = full.TakeMemoryText();
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(GlobalSize(block), 2 * PgnTextStep);
     EXPECT_EQ(static_cast<const char*>(GlobalLock(block))[PgnTextStep], '\0');

@@ -13,14 +13,10 @@
 #include "pgn/write/game_writer.h"
 #include "pgn/write/tag_formats.h"
 #include "pgn_write/sink_text.h"
+#include "support/corpus.h"
+#include "support/read_games.h"
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr size_t GameLimit = 2000;
-#else
-constexpr size_t GameLimit = SIZE_MAX;
-#endif
 
 // A tag value in the form the writer gives it. SetUp and FEN are left out:
 // the start position stands in the record itself.
@@ -28,11 +24,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
 {
     std::string value = game.tags[tag - 1];
     switch (tag) {
-    case TagEvent:
-    case TagSite:
-    case TagRound:
-    case TagWhite:
-    case TagBlack:
+    case TagEvent: case TagSite: case TagRound: case TagWhite: case TagBlack:
         return value.empty() ? "?" : value;
     case TagDate: {
         int32_t year, month, day;
@@ -41,8 +33,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
         FormatDateTag(date, year, month, day);
         return date;
     }
-    case TagWhiteTime:
-    case TagBlackTime: {
+    case TagWhiteTime: case TagBlackTime: {
         int32_t hours, minutes, seconds;
         ParseTimeText(value, hours, minutes, seconds);
         if (int64_t{hours} + minutes + seconds <= 0)
@@ -51,8 +42,7 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
         FormatTimeTag(time, hours, minutes, seconds);
         return time;
     }
-    case TagSetUp:
-    case TagFen:
+    case TagSetUp: case TagFen:
         return "";
     default:
         return value;
@@ -62,24 +52,10 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
 // Everything the record says about the game, as text.
 std::string Snapshot(const PgnGame& game)
 {
-    std::string text;
+    std::string text = Capture(game).Record() + " result " + std::to_string(game.resultToken);
     for (int32_t tag = TagEvent; tag <= TagRemark; ++tag)
-        text += std::string(PgnTagNames[tag - 1]) + "=" + WrittenTagForm(game, tag) + "\n";
-    text.append(reinterpret_cast<const char*>(game.position), sizeof(sPosition));
-    text += "\nfirst " + std::to_string(game.firstMoveNumber) + " main " +
-            std::to_string(game.moveCount) + " tree " + std::to_string(game.treeCount) +
-            " result " + std::to_string(game.resultToken) + "\n";
-    uint32_t end = game.treeCount != 0 ? game.treeCount : game.moveCount;
-    for (uint32_t entry = 0; entry <= end; ++entry) {
-        if (entry > 0)
-            text += std::to_string(game.moves[entry - 1]);
-        if (game.nags[entry] != 0)
-            text += " $" + std::to_string(game.nags[entry]);
-        if (game.commentIndex[entry] != 0)
-            text += std::string(" {") + (game.commentText + game.commentIndex[entry]) + "}";
-        text += "\n";
-    }
-    return text;
+        text.append("\n").append(PgnTagNames[tag - 1]).append("=").append(WrittenTagForm(game, tag));
+    return text + "\n";
 }
 
 std::string WriteToText(const PgnGame& game)
@@ -101,7 +77,7 @@ int32_t KeepFirstReading(PgnGame* game, int32_t, int32_t, intptr_t context)
     first.hashes.push_back(std::hash<std::string>{}(Snapshot(*game)));
     first.written += WriteToText(*game);
     first.ends.push_back(first.written.size());
-    return first.ends.size() < GameLimit ? 1 : 0;
+    return first.ends.size() < CorpusGameLimit ? 1 : 0;
 }
 
 struct SecondReading {
@@ -131,13 +107,9 @@ int32_t CompareSecondReading(PgnGame* game, int32_t, int32_t, intptr_t context)
     return second.faults.size() < 5 ? 1 : 0;
 }
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 void RoundTrip(const std::string& path)
 {
-    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)
         GTEST_SKIP() << path << " is not there";
 
@@ -158,14 +130,7 @@ void RoundTrip(const std::string& path)
     EXPECT_EQ(second.count, first.ends.size());
 }
 
-TEST(RoundTrip, EcoFile)
-{
-    RoundTrip("/usr/share/pgn-extract/eco.pgn");
-}
-
-TEST(RoundTrip, SelfPlayCorpus)
-{
-    RoundTrip(ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn");
-}
+TEST(RoundTrip, EcoFile) { RoundTrip(EcoPath); }
+TEST(RoundTrip, SelfPlayCorpus) { RoundTrip(CorpusPath); }
 
 }  // namespace

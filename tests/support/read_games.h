@@ -1,7 +1,7 @@
-// Reads PGN text through the reader and keeps what each callback saw, in a
-// form that tests can compare.
-#ifndef ORVAN_TESTS_PGN_READ_READ_HELPERS_H
-#define ORVAN_TESTS_PGN_READ_READ_HELPERS_H
+// Reads PGN text or files through the reader and keeps what each callback
+// saw, in a form that tests can compare.
+#ifndef ORVAN_TESTS_SUPPORT_READ_GAMES_H
+#define ORVAN_TESTS_SUPPORT_READ_GAMES_H
 
 #include <array>
 #include <cstdint>
@@ -21,19 +21,25 @@ struct ReadGame {
     int32_t hasComment = 0;
     int32_t movesRead = 0;
     sPosition position{};
-    // The tree as "e2e4" words, "*" behind an entry with MoveBranch and "|"
-    // behind one with MoveLineEnd.
-    std::vector<std::string> moves;
+    std::vector<PackedMove> moves;  // all entries of the tree, markers included
     // By annotation index (0 the game, i + 1 the entry moves[i]); only set
     // entries are kept.
     std::map<uint32_t, uint16_t> nags;
     std::map<uint32_t, std::string> comments;
 
     const std::string& Tag(int32_t number) const { return tags[number - 1]; }
+    // The tree as MoveWord words.
+    std::vector<std::string> Words() const;
+    // Tree, counts, first move number, start position, glyphs and comments
+    // in one line, for comparing what two reads made of a game.
+    std::string Record() const;
 };
 
-// "e2e4", "e7e8n": a PackedMove with its marker bits written behind.
+// "e2e4", "e7e8n": the move with "*" behind it for MoveBranch and "|" for
+// MoveLineEnd.
 std::string MoveWord(uint16_t move);
+
+ReadGame Capture(const PgnGame& game, int32_t hasComment = 0, int32_t movesRead = 1);
 
 // Reads all games of `text` (handed over with its terminating NUL) with a
 // callback that keeps each game and goes on. `stopAfter` games stop the read.
@@ -43,5 +49,8 @@ std::vector<ReadGame> ReadText(std::string_view text, uint32_t flags = 0,
 
 // The single game of `text`; the test fails when there is not exactly one.
 ReadGame ReadOne(std::string_view text, uint32_t flags = 0, const char* pieceLetters = "NBRQK");
+
+// Every game of a PGN file, at most `limit`; none when it cannot be opened.
+std::vector<ReadGame> ReadGamesOfFile(const std::string& path, size_t limit = SIZE_MAX);
 
 #endif
