@@ -308,7 +308,8 @@ TEST_F(BadInput, UnwritableAndUnusablePathsFail)
 {
     const std::string longPath = "/tmp/" + std::string(300, 'p') + ".ovg";
     const std::string directory = scratch_.Path().string();
-    for (const std::string& path : {std::string("/proc/orvan/none.ovg"), directory, longPath,
+    const std::string throughAFile = scratch_.File("three.pgn") + "/x.ovg";
+    for (const std::string& path : {std::string("/proc/orvan/none.ovg"), directory, longPath, throughAFile,
                                     std::string("/nonexistent/dir/x.ovg"), std::string("")}) {
         SCOPED_TRACE(path.substr(0, 40));
         EXPECT_EQ(OvCreateGamefile(path.c_str()), 0u);

@@ -1,10 +1,12 @@
 // Several threads on one game file at once: two PGN imports, two writers of
-// games read from memory, a reader walking stored games and a header search
-// running over and over. Every game arrives once, and readers and searches
-// only ever see whole games.
+// games read from memory, a reader walking stored games, and a header search
+// and a position search running over and over, each with game buffers of its
+// own. Every game arrives once, and readers and searches only ever see whole
+// games.
 #include <atomic>
 #include <cstring>
 #include <map>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -41,6 +43,36 @@ int32_t CountHit(uint32_t game, int32_t number, int32_t, intptr_t user)
             ++tally.wrongHits;
     }
     return 1;
+}
+
+// Generated games of even numbers open 1. e4; a position hit must be one.
+int32_t CountEvenHit(uint32_t game, int32_t, int32_t, intptr_t user)
+{
+    auto& tally = *reinterpret_cast<SearchTally*>(user);
+    if (game != 0) {
+        ++tally.hits;
+        const std::string white = WhiteOf(game);
+        if (white.rfind("White ", 0) != 0 || std::stoi(white.substr(6)) % 2 != 0)
+            ++tally.wrongHits;
+    }
+    return 1;
+}
+
+// The position after 1. e4, from the text of an even-numbered game.
+sPosition PositionAfterE4()
+{
+    const OvGameBuffer game = OvAllocGameBuffer();
+    const std::string text = GeneratedGame(2);
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(block), text.c_str(), text.size() + 1);
+    GlobalUnlock(block);
+    OvMemReadPgnGame(game, block, 0, nullptr);
+    GlobalFree(block);
+    OvGotoMove(game, 1);
+    sPosition position{};
+    OvGetCurrentPos(game, &position);
+    OvFreeGameBuffer(game);
+    return position;
 }
 
 // Writes games first .. first + WrittenGames - 1 through a game buffer of its
@@ -119,14 +151,26 @@ TEST(Concurrency, ImportsWritesReadsAndSearchesShareOneGameFile)
             ++searches;
         }
     });
+    SearchTally positionTally;
+    std::atomic<int32_t> positionSearches{0};
+    threads.emplace_back([&] {
+        const sPosition afterE4 = PositionAfterE4();
+        while (writersLeft > 0 || positionSearches < 3) {
+            OvSearchPosGames(file, &afterE4, 0, CountEvenHit, reinterpret_cast<intptr_t>(&positionTally));
+            ++positionSearches;
+        }
+    });
     for (auto& thread : threads)
         thread.join();
 
     EXPECT_EQ(faults, 0);
     EXPECT_EQ(tally.wrongHits, 0);
     EXPECT_GT(tally.hits, 0);
+    EXPECT_EQ(positionTally.wrongHits, 0);
+    EXPECT_GT(positionTally.hits, 0);
     RecordProperty("reads", reads.load());
     RecordProperty("searches", searches.load());
+    RecordProperty("position_searches", positionSearches.load());
 
     // Every game arrived exactly once.
     const int32_t expectedCount = InitialGames + 2 * ImportedGames + 2 * WrittenGames;
