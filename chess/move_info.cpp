@@ -124,13 +124,17 @@ int32_t OvGetMoveInfo(sPosition* position, uint32_t move)
     return shape | (MoveOutcome(position, move) << 4);
 }
 
-int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move, bool findStalemate)
 {
+    // A stalemate left out takes its outcome bits along.
+    const auto outcomeBits = [findStalemate](int outcome) {
+        return outcome == 2 && !findStalemate ? 0 : outcome << 4;
+    };
     // The word 0 is tried as the step a1-a1 but played as nothing.
     if (!tracked.ordinary || (move & 0xFFFF) == 0) {
         const int32_t info = OvGetMoveInfo(&tracked.record, move);
         PlayTrackedMove(tracked, move);
-        return info;
+        return (info & ~OV_MOVE_OUTCOME_MASK) | outcomeBits((info & OV_MOVE_OUTCOME_MASK) >> 4);
     }
     const sPosition& record = tracked.record;
     const int shape = MoveShape(&record, move, [&] {
@@ -142,7 +146,10 @@ int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
         return AmbiguityOnView(tracked.view, tracked.guard, twins, piece & 7, from, MoveTo(move));
     });
     PlayTrackedMove(tracked, move);
-    const int outcome =
-        tracked.ordinary ? CheckAndNoMoveOnView(tracked.view, tracked.guard) : CheckAndNoMove(&tracked.record);
-    return shape | (outcome << 4);
+    if (!tracked.ordinary)
+        return shape | outcomeBits(CheckAndNoMove(&tracked.record));
+    // Out of check only a stalemate needs the search for a legal reply.
+    if (tracked.guard.checkers == 0 && !findStalemate)
+        return shape;
+    return shape | outcomeBits(CheckAndNoMoveOnView(tracked.view, tracked.guard));
 }
