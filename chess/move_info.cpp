@@ -43,11 +43,25 @@ bool SideToMoveMan(const sPosition& position, uint8_t piece)
 
 int AmbiguityBit(int rival, int from) { return FileOf(rival) != FileOf(from) ? 1 : 2; }
 
-// FindAmbiguity on the square-set view of an ordinary record.
+// The squares from which a piece of kind `kind` can reach `to` on an empty
+// board: a knight's step away, or on a line of its kind through `to`.
+SquareSet ReachableFrom(int kind, int to)
+{
+    switch (kind) {
+    case KnightKind: return KnightAttackSets[to];
+    case BishopKind: return DiagonalLines[to];
+    case RookKind: return StraightLines[to];
+    case QueenKind: return DiagonalLines[to] | StraightLines[to];
+    default: return ~SquareSet{0};
+    }
+}
+
+// FindAmbiguity on the square-set view of an ordinary record. Only the twins
+// that could reach `to` on an empty board are tried, most often none.
 int AmbiguityOnView(const BoardView& view, const KingGuard& guard, SquareSet twins, int kind, int from, int to)
 {
     int ambiguity = 0;
-    for (SquareSet rivals = twins; rivals != 0; rivals &= rivals - 1) {
+    for (SquareSet rivals = twins & ReachableFrom(kind, to); rivals != 0; rivals &= rivals - 1) {
         const int rival = std::countr_zero(rivals);
         if (ViewMoveIsLegal(view, guard, kind, rival, to))
             ambiguity |= AmbiguityBit(rival, from);
@@ -124,13 +138,17 @@ int32_t OvGetMoveInfo(sPosition* position, uint32_t move)
     return shape | (MoveOutcome(position, move) << 4);
 }
 
-int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move, bool findStalemate)
 {
+    // A stalemate left out takes its outcome bits along.
+    const auto outcomeBits = [findStalemate](int outcome) {
+        return outcome == 2 && !findStalemate ? 0 : outcome << 4;
+    };
     // The word 0 is tried as the step a1-a1 but played as nothing.
     if (!tracked.ordinary || (move & 0xFFFF) == 0) {
         const int32_t info = OvGetMoveInfo(&tracked.record, move);
         PlayTrackedMove(tracked, move);
-        return info;
+        return (info & ~OV_MOVE_OUTCOME_MASK) | outcomeBits((info & OV_MOVE_OUTCOME_MASK) >> 4);
     }
     const sPosition& record = tracked.record;
     const int shape = MoveShape(&record, move, [&] {
@@ -142,7 +160,10 @@ int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move)
         return AmbiguityOnView(tracked.view, tracked.guard, twins, piece & 7, from, MoveTo(move));
     });
     PlayTrackedMove(tracked, move);
-    const int outcome =
-        tracked.ordinary ? CheckAndNoMoveOnView(tracked.view, tracked.guard) : CheckAndNoMove(&tracked.record);
-    return shape | (outcome << 4);
+    if (!tracked.ordinary)
+        return shape | outcomeBits(CheckAndNoMove(&tracked.record));
+    // Out of check only a stalemate needs the search for a legal reply.
+    if (tracked.guard.checkers == 0 && !findStalemate)
+        return shape;
+    return shape | outcomeBits(CheckAndNoMoveOnView(tracked.view, tracked.guard));
 }

@@ -9,6 +9,10 @@
 // The default symbols of move text.
 inline constexpr NotationTable DefaultNotation = OV_DEFAULT_NOTATION_TABLE;
 
+// Whether the text of a stalemating move carries a mark in `table` (null
+// for the default table), which only a search for a legal reply finds.
+bool StalemateMarked(const NotationTable* table);
+
 // 1 for the two-square king step from e1 (white to move, white king on from)
 // or e8 (black to move, black king on from), else 0.
 int IsCastlingMove(const sPosition* position, uint32_t move);

@@ -41,13 +41,21 @@ struct TextWriter {
     }
 };
 
+const char* SymbolsOf(const NotationTable* table) { return (table != nullptr ? table : &DefaultNotation)->symbols; }
+
 }  // namespace
+
+bool StalemateMarked(const NotationTable* table)
+{
+    const char* symbols = SymbolsOf(table);
+    return symbols[StalemateSuffix] != ' ' || symbols[StalemateSuffix + 1] != ' ';
+}
 
 int32_t OvMoveToText(uint32_t move, uint32_t info, char* text, TextMode mode, const NotationTable* table)
 {
     if (text == nullptr)
         return 0;
-    const char* symbols = (table != nullptr ? table : &DefaultNotation)->symbols;
+    const char* symbols = SymbolsOf(table);
     const int kind = static_cast<int>(info & OV_MOVE_KIND_MASK);
     const int from = MoveFrom(move);
     TextWriter out{text};

@@ -32,7 +32,9 @@ SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code);
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move);
 
 // OvGetMoveInfo of `move` on the record; then plays the move as
-// ApplyMove plays it.
-int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move);
+// ApplyMove plays it. With `findStalemate` false the search for a legal
+// reply runs only after a check, and a stalemate gives no outcome bits: for
+// a text whose stalemate mark is blank.
+int32_t DescribeTrackedMove(TrackedPosition& tracked, uint32_t move, bool findStalemate = true);
 
 #endif

@@ -155,7 +155,7 @@ void BM_MainLineMoveTextsOnly(benchmark::State& state)
             TrackPosition(position, *game.position);
             for (uint32_t entry = 0; entry < game.moveCount; ++entry) {
                 uint32_t move = game.moves[entry] & ~uint32_t{MoveBranch | MoveLineEnd};
-                uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(position, move));
+                uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(position, move, StalemateMarked(&DefaultNotation)));
                 char text[OV_MOVE_TEXT_SIZE];
                 characters += OvMoveToText(move, info, text, PgnMoveTextMode, &DefaultNotation);
             }

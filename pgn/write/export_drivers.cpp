@@ -41,6 +41,8 @@ extern "C" ORVAN_API int32_t OvConvertGameToPgn(OvGameBuffer game, PgnGame* pgn)
     auto stack = AllocatePendingLines();
     if (!stack)
         return ConvertNoMemory;
+    // The host's record comes back with no trace of an earlier game.
+    ClearPgnGame(pgn);
     return GameToPgnGame(game, pgn, stack.get()) == 1 ? ConvertDone : ConvertLimit;
 }
 

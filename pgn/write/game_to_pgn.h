@@ -22,10 +22,11 @@ struct PendingLine {
 inline constexpr int32_t PendingLineCount = 750;
 
 // Fills `pgn` (all pointers set) from `game`, which stands on its initial
-// position; `stack` has room for PendingLineCount entries. Each move is
-// tested with the library's own move logic: an illegal move is replaced by
-// its first alternative when it has one, else its line ends before it, with
-// a trace message. Returns 1 when the record is complete (possibly cut),
+// position; `stack` has room for PendingLineCount entries. The nags and
+// commentIndex entries past the game's last move are left as they were.
+// Each move is tested with the library's own move logic: an illegal move is
+// replaced by its first alternative when it has one, else its line ends
+// before it, with a trace message. Returns 1 when the record is complete (possibly cut),
 // 0 when the game has 10000 entries or PendingLineCount alternatives pending,
 // or the buffer is not open; the record is then unusable.
 int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack);

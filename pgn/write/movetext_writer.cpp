@@ -121,6 +121,7 @@ int32_t WriteLine(PgnSink& sink, const TrackedPosition& position, uint32_t ply,
 {
     TrackedPosition line = position;
     TrackedPosition beforeMove;
+    const bool findStalemate = StalemateMarked(table);
     uint32_t index = first;
     uint32_t currentPly = ply;
     uint32_t numberPly = ply;
@@ -153,7 +154,7 @@ int32_t WriteLine(PgnSink& sink, const TrackedPosition& position, uint32_t ply,
         const bool alternativesFollow = (index > first || index == 0) && (moves[index] & MoveBranch) != 0;
         if (alternativesFollow)
             beforeMove = line;
-        uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(line, move));
+        uint32_t info = static_cast<uint32_t>(DescribeTrackedMove(line, move, findStalemate));
         int32_t length = OvMoveToText(move, info, room, mode & LineTextModeMask, table);
         column = PgnPutToken(sink, std::string_view(room, static_cast<size_t>(length)), column,
                              width);

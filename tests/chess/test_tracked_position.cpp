@@ -54,7 +54,14 @@ void StepBoth(TrackedPosition& tracked, sPosition& bare, int probeFrom, uint32_t
         const uint32_t probe = static_cast<uint32_t>(probeFrom | to << 8);
         ASSERT_EQ(TrackedMoveIsLegal(tracked, probe), MoveIsLegal(&bare, probe) != 0) << probeFrom << "-" << to;
     }
-    ASSERT_EQ(DescribeTrackedMove(tracked, move), OvGetMoveInfo(&bare, move)) << std::hex << move;
+    const int32_t info = OvGetMoveInfo(&bare, move);
+    // Without the stalemate search a stalemate has no outcome bits.
+    TrackedPosition withoutStalemate = tracked;
+    const int32_t outcome = info & OV_MOVE_OUTCOME_MASK;
+    ASSERT_EQ(DescribeTrackedMove(withoutStalemate, move, false),
+              outcome == OV_MOVE_STALEMATE ? info & ~OV_MOVE_OUTCOME_MASK : info)
+        << std::hex << move;
+    ASSERT_EQ(DescribeTrackedMove(tracked, move), info) << std::hex << move;
     ApplyMove(&bare, move);
     ExpectFresh(tracked, bare);
 }
