@@ -34,9 +34,10 @@ int32_t NumberAt(const Prepared& prepared, int row, int group)
 // Every slot from `row` of `group` on is cleared.
 void ExpectClearedFrom(const Prepared& prepared, int group, int row)
 {
-    for (; row < OV_QUERY_ROWS; ++row)
-        EXPECT_TRUE(prepared.query.conditions[row][group].field == 0 && prepared.query.conditions[row][group].value[0] == 0)
-            << "slot " << row << "," << group;
+    for (; row < OV_QUERY_ROWS; ++row) {
+        const sQueryCondition& slot = prepared.query.conditions[row][group];
+        EXPECT_TRUE(slot.field == 0 && slot.value[0] == 0) << "slot " << row << "," << group;
+    }
 }
 
 TEST(EmptyQuery, AnswersByKindBoardAndConditions)
