@@ -143,7 +143,8 @@ TEST_F(OrvanCommands, OpeningTreeClassifiesBrowsesSearchesAndSorts)
     if (!fs::exists(ecoFile))
         GTEST_SKIP() << ecoFile << " is missing (Debian package pgn-extract)";
     ASSERT_EQ(Orvan("classify games.ovg").code, 3);
-    ASSERT_EQ(std::system(fmt::format("'{}' '{}' >/dev/null", ECO_TREE_BUILDER, (dir_ / "games.ovg").string()).c_str()), 0);
+    const std::string build = fmt::format("'{}' '{}' >/dev/null", ECO_TREE_BUILDER, (dir_ / "games.ovg").string());
+    ASSERT_EQ(std::system(build.c_str()), 0);
     ImportSample();
 
     CliRun run = Orvan("classify games.ovg");
