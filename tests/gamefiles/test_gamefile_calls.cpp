@@ -110,7 +110,9 @@ const CallRow kRows[] = {
      },
      {1, 1, 0, 1, 1}, kOpenAndClose},
     {"delete files and optimize pass failures through", {{"OvkDeleteDatabaseFiles", 0}, {"OvkOptimizeDatabase", 0}},
-     [](OvGameBuffer) { return Results{OvDeleteDatabaseFiles("/d/a.ovg", "/d/OvIndex/", 5), OvOptimizeDataBase(1, 0)}; },
+     [](OvGameBuffer) {
+         return Results{OvDeleteDatabaseFiles("/d/a.ovg", "/d/OvIndex/", 5), OvOptimizeDataBase(1, 0)};
+     },
      {0, 0}, {R"(OvkDeleteDatabaseFiles("/d/a.ovg", "/d/OvIndex/", 5))", "OvkOptimizeDatabase(0, 0, 1, 1, 0)"}},
 
     // ---- Game buffers and stored games ----
