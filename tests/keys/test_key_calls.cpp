@@ -51,6 +51,9 @@ TEST_F(KeyCalls, PassedThroughOrRefusedBeforeTheDriver)
          [] { return Results{OvGetFirstKey(-7, 2), OvGetNextKey(-7, 2), OvGetPrevKey(-7, 2), OvGetKeyMove(-7, 2)}; },
          {4711, 4712, 4713, 4714},
          {"OvkGetFirstKey(-7, 2)", "OvkGetNextKey(-7, 2)", "OvkGetPreviousKey(-7, 2)", "DbsGetKeyMove(-7, 0, 2)"}},
+        // The board is converted as the game walking converts its boards.
+        {"key position", {}, [] { sPosition position; return Results{OvGetKeyPosition(9, &position)}; }, {1},
+         {"OvkGetKeyPosition(9, ptr)"}},
         {"only the status index can be deleted", {{"OvgIndexDelete", -1}},
          [] { return Results{OvIndexDelete(File, HdrWhite, "/d"), OvIndexDelete(File, HdrStatus, "/d")}; },
          {-1, -1}, {"OvgIndexDelete(100, 16384, \"/d\")"}},
@@ -99,23 +102,6 @@ TEST_F(KeyCalls, KeyInfoTranslatesEachTextAndLeavesTheFirstWord)
     EXPECT_EQ(std::strlen(info.remark), 255u);
     EXPECT_EQ(Fakes().calls, (Log{"DbsGetKeycode(12, ptr)", "OvkGetKeyName(12, ptr, 0, 256)",
                                   "DbsGetRemark(12, ptr)", "DbsGetKeyDataInfo(12, ptr)"}));
-}
-
-TEST_F(KeyCalls, KeyPositionIsTheConvertedBoard)
-{
-    BoardRecord& board = KeyFakes().keyBoard;
-    board.squares[BoardIndex(4, 0)] = DrvWhiteKing;
-    board.squares[BoardIndex(4, 7)] = DrvBlackKing;
-    board.squares[BoardIndex(0, 6)] = DrvBlackPawn;
-    board.sideToMove = 1;
-    board.ply = 2;
-    sPosition position;
-    std::memset(&position, 0x33, sizeof position);
-    EXPECT_EQ(OvGetKeyPosition(9, &position), 1);
-    EXPECT_EQ((std::vector<int32_t>{position.board[4], position.board[60], position.board[48], position.board[28],
-                                    position.sideToMove, position.epSquare}),
-              (std::vector<int32_t>{14, 6, 1, 0, 0, 64}));
-    EXPECT_EQ(Fakes().calls, Log{"OvkGetKeyPosition(9, ptr)"});
 }
 
 TEST_F(KeyCalls, ChildKeysArriveAsKeyNumbersAndGamesAsDelivered)
