@@ -73,18 +73,14 @@ TEST_F(GameFiling, TheVisitorSeesEachGameUntilItStopsAndMayChangeTheDatabase)
     std::vector<int32_t> saved;
     for (int i = 0; i < 3; ++i)
         saved.push_back(Save({"e2e4", "c7c5", "g1f3"}));
+    // Stops after the second game; every game in order is the many-games case.
     static std::vector<int32_t> visited;
-    static size_t stopAfter;
     const DbsGameVisitor visitor = [](int32_t number) {
         visited.push_back(number);
-        return visited.size() < stopAfter ? 1 : 0;
+        return visited.size() < 2 ? 1 : 0;
     };
-    for (size_t stop : {size_t(100), size_t(2)}) {
-        visited.clear();
-        stopAfter = stop;
-        EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), int32_t(std::min(stop, saved.size())));
-        EXPECT_EQ(visited, std::vector<int32_t>(saved.begin(), saved.begin() + std::min(stop, saved.size())));
-    }
+    EXPECT_EQ(DbsCBSearchKey(nf3, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 2);
+    EXPECT_EQ(visited, std::vector<int32_t>(saved.begin(), saved.begin() + 2));
     visited.clear();
     EXPECT_EQ(DbsCBSearchKey(open, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), 0);
     EXPECT_EQ(DbsCBSearchKey(9999, OVK_SEARCH_GAMES, OVK_SCOPE_KEY, visitor), -1);
