@@ -24,26 +24,18 @@ struct CliRun {
 
 std::string ReadFile(const fs::path& path)
 {
-    std::ifstream in(path, std::ios::binary);
     std::stringstream text;
-    text << in.rdbuf();
+    text << std::ifstream(path, std::ios::binary).rdbuf();
     return text.str();
-}
-
-void WriteFile(const fs::path& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
 }
 
 class OrvanCommands : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        dir_ = fs::temp_directory_path() /
-               fmt::format("orvan-cli-{}-{}", ::getpid(), ::testing::UnitTest::GetInstance()->random_seed());
+        dir_ = fs::temp_directory_path() / fmt::format("orvan-cli-{}", ::getpid());
         fs::remove_all(dir_);
         fs::create_directories(dir_);
-        db_ = (dir_ / "games.ovg").string();
     }
     void TearDown() override { fs::remove_all(dir_); }
 
@@ -59,64 +51,43 @@ protected:
     }
 
     // A game file holding the sample games.
-    void ImportSample()
-    {
-        const CliRun run = Orvan(fmt::format("import --create games.ovg '{}'", kSample));
-        ASSERT_EQ(run.code, 0) << run.err;
-    }
+    void ImportSample() { ASSERT_EQ(Orvan(fmt::format("import --create games.ovg '{}'", kSample)).code, 0); }
 
     fs::path dir_;
-    std::string db_;
 };
 
-// Import, export and reimport keep every game's text; deletion marks hide
-// games from search and export until undeleted.
-TEST_F(OrvanCommands, ImportExportSearchRoundTrip)
-{
-    ASSERT_EQ(Orvan("create games.ovg").code, 0);
-    CliRun run = Orvan(fmt::format("import games.ovg '{}' '{}'", kSample, kSample));
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find(fmt::format("games.ovg: {} games", 2 * kSampleGames)), std::string::npos) << run.out;
-    // Not a terminal: plain lines with the counts, no bar.
-    EXPECT_NE(run.err.find(fmt::format("sample.pgn: {} games stored, 0 skipped", kSampleGames)), std::string::npos)
-        << run.err;
-    EXPECT_EQ(run.err.find('\r'), std::string::npos);
-
-    ASSERT_EQ(Orvan("export games.ovg --games 1-36 -o all.pgn").code, 0);
-    ASSERT_EQ(Orvan("import --create again.ovg all.pgn").code, 0);
-    ASSERT_EQ(Orvan("export again.ovg -o twice.pgn").code, 0);
-    EXPECT_TRUE(ReadFile(dir_ / "all.pgn") == ReadFile(dir_ / "twice.pgn"));
-
-    EXPECT_NE(Orvan("delete again.ovg 1-3").out.find("deleted 3 games"), std::string::npos);
-    run = Orvan("stats again.ovg");
-    EXPECT_NE(run.out.find(fmt::format("{} games counted, 3 marked deleted", kSampleGames - 3)), std::string::npos)
-        << run.out;
-    EXPECT_EQ(Orvan("search again.ovg round=2").code, 1);
-    run = Orvan("search again.ovg --include-deleted round=2");
-    EXPECT_NE(run.out.find("2D"), std::string::npos) << run.out;
-    EXPECT_EQ(Orvan("export again.ovg").out.find("[Round \"2\"]"), std::string::npos);
-    ASSERT_EQ(Orvan("undelete again.ovg 2").code, 0);
-    EXPECT_EQ(Orvan("search again.ovg round=2").code, 0);
-}
-
 // Each command on the sample file, or on bad input: its exit code, and a
-// fragment of what it prints; errors take at most two lines.
+// fragment of what it prints; errors take at most two lines. Import, export
+// and reimport keep every game's text; deletion marks hide games from search
+// and export until undeleted.
 TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
 {
     ImportSample();
     const std::string game = "[Event \"E\"]\n[White \"M{}ller\"]\n[Black \"B\"]\n[Result \"1-0\"]\n\n1. e4 e5 1-0\n";
-    WriteFile(dir_ / "utf8.pgn", fmt::format(fmt::runtime(game), "\xC3\xBC"));
-    WriteFile(dir_ / "cp1252.pgn", fmt::format(fmt::runtime(game), "\xFC"));
-    WriteFile(dir_ / "notes.txt", "just some text\n");
+    std::ofstream(dir_ / "utf8.pgn") << fmt::format(fmt::runtime(game), "\xC3\xBC");
+    std::ofstream(dir_ / "cp1252.pgn") << fmt::format(fmt::runtime(game), "\xFC");
+    std::ofstream(dir_ / "notes.txt") << "just some text\n";
     // The second game has no moves and a FEN that is no position: the reader skips it.
-    WriteFile(dir_ / "two.pgn",
+    std::ofstream(dir_ / "two.pgn") <<
               "[White \"A\"]\n\n1. e4 e5 1-0\n\n[White \"B\"]\n[SetUp \"1\"]\n[FEN \"garbage\"]\n\n*\n\n"
-              "[White \"C\"]\n\n1. d4 d5 0-1\n");
+              "[White \"C\"]\n\n1. d4 d5 0-1\n";
     const struct {
         std::string arguments;
         int code;
         std::string says;
     } cases[] = {
+        {"create double.ovg", 0, ""},
+        {fmt::format("import double.ovg '{}' '{}'", kSample, kSample), 0, "double.ovg: 72 games"},
+        {"export double.ovg --games 1-36 -o all.pgn", 0, ""},
+        {"import --create again.ovg all.pgn", 0, ""},
+        {"export again.ovg -o twice.pgn", 0, ""},
+        {"delete again.ovg 1-3", 0, "deleted 3 games"},
+        {"stats again.ovg", 0, "33 games counted, 3 marked deleted"},
+        {"search again.ovg round=2", 1, ""},
+        {"search again.ovg --include-deleted round=2", 0, "2D"},
+        {"export again.ovg -o hidden.pgn", 0, ""},
+        {"undelete again.ovg 2", 0, ""},
+        {"search again.ovg round=2", 0, ""},
         {"import --create two.ovg two.pgn", 0, "2 games stored, 1 skipped"},
         {"import --create enc.ovg utf8.pgn cp1252.pgn", 0, "enc.ovg: 2 games"},
         // Both encodings come out in UTF-8, not escaped; on request in Windows-1252.
@@ -131,29 +102,18 @@ TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
         {"search games.ovg white~ller", 0, "M\xC3\xBCller"},
         // After 1. d4 c6 2. Nd2 only the first game stands here.
         {"search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'", 0, "1 game\n"},
-        {"search games.ovg white=Nobody", 1, "0 games"},
-        {"search games.ovg --json result=0-1", 0, "\"result\": \"0-1\""},
         {"show games.ovg 1 --ply 3", 0, "(1... d5 2. c4 {the Queen's Gambit})"},
-        {"show games.ovg 1 --ply 3", 0, "2  P P P N P P P P"},
         {"show games.ovg 1 --ply 3", 0, "FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"},
-        {"export games.ovg --games 2-4", 0, "[Round \"4\"]"},
         {"export games.ovg round=5", 0, "[Round \"5\"]"},
         {"stats games.ovg", 0, "1950s"},
-        {"stats games.ovg", 0, "ECO families"},
-        {"stats games.ovg", 0, "####"},
         {"search missing.ovg", 3, "orvan search: missing.ovg: no such file"},
         {"search notes.txt", 3, "orvan search: notes.txt: not a game file"},
-        {"import games.ovg missing.pgn", 3, "orvan import: missing.pgn: no such file"},
-        {"import nothere.ovg notes.txt", 3, "nothere.ovg: no such file"},
         {"search games.ovg --fen '8/8/8/8/8/8/8/8 w - -'", 2, "bad FEN '8/8/8/8/8/8/8/8 w - -': a king is missing"},
         {"search games.ovg colour=white", 2, "bad condition 'colour=white': unknown field 'colour'"},
         {"search games.ovg white=A --fen '4k3/8/8/8/8/8/8/4K3 w - -'", 2, "give one of header conditions, --fen or --key"},
         {"search games.ovg --key B90", 3, "games.ovg: has no opening tree"},
-        {"keys missing.ovg", 3, "orvan keys: missing.ovg: no such file"},
         {"show games.ovg 99", 2, "bad game range '99': the file has games 1 to 36"},
-        {"delete games.ovg 3-1", 2, "runs backwards"},
         {"import games.ovg --encoding ebcdic notes.txt", 2, "unknown encoding 'ebcdic'"},
-        {"import games.ovg --piece-letters SL notes.txt", 2, "--piece-letters needs 5 letters"},
         {"create games.ovg", 2, "already exists"},
         {"export games.ovg -o nodir/out.pgn", 4, "nodir/out.pgn: cannot create a file there"},
         {"export games.ovg white=Nobody -o none.pgn", 1, "no game to export"},
@@ -164,7 +124,11 @@ TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
         EXPECT_EQ(run.code, c.code) << c.arguments << "\n" << run.err;
         EXPECT_NE((run.out + run.err).find(c.says), std::string::npos) << c.arguments << "\n" << run.out << run.err;
         EXPECT_LE(std::count(run.err.begin(), run.err.end(), '\n'), c.code >= 2 ? 2 : 99) << run.err;
+        EXPECT_EQ(run.err.find('\r'), std::string::npos) << "not a terminal: plain lines, no bar";
     }
+    EXPECT_TRUE(ReadFile(dir_ / "all.pgn") == ReadFile(dir_ / "twice.pgn"));
+    const std::string hidden = ReadFile(dir_ / "hidden.pgn");
+    EXPECT_TRUE(hidden.find("[Round \"4\"]") != std::string::npos && hidden.find("[Round \"2\"]") == std::string::npos);
     // Nothing half written: no output file from a failed export, no partial file left behind.
     EXPECT_FALSE(fs::exists(dir_ / "none.pgn"));
     for (const auto& entry : fs::directory_iterator(dir_))
@@ -179,12 +143,12 @@ TEST_F(OrvanCommands, OpeningTreeClassifiesBrowsesSearchesAndSorts)
     if (!fs::exists(ecoFile))
         GTEST_SKIP() << ecoFile << " is missing (Debian package pgn-extract)";
     ASSERT_EQ(Orvan("classify games.ovg").code, 3);
-    ASSERT_EQ(std::system(fmt::format("'{}' '{}' >/dev/null", ECO_TREE_BUILDER, db_).c_str()), 0);
+    const std::string build = fmt::format("'{}' '{}' >/dev/null", ECO_TREE_BUILDER, (dir_ / "games.ovg").string());
+    ASSERT_EQ(std::system(build.c_str()), 0);
     ImportSample();
 
     CliRun run = Orvan("classify games.ovg");
     ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find(fmt::format("{} games, 0 without a key", kSampleGames)), std::string::npos) << run.out;
     std::istringstream rows(run.out);
     std::string row;
     int compared = 0;
@@ -199,25 +163,16 @@ TEST_F(OrvanCommands, OpeningTreeClassifiesBrowsesSearchesAndSorts)
     }
     EXPECT_EQ(compared, kSampleGames);
 
-    run = Orvan("keys games.ovg");
-    EXPECT_NE(run.out.find("Start position"), std::string::npos) << run.out;
-    EXPECT_NE(run.out.find(fmt::format("{} with the keys below", kSampleGames)), std::string::npos);
-    run = Orvan("keys games.ovg B23");
-    EXPECT_NE(run.out.find("line: 1. e4 c5 2. Nc3\n"), std::string::npos) << run.out;
+    EXPECT_NE(Orvan("keys games.ovg").out.find(fmt::format("{} with the keys below", kSampleGames)), std::string::npos);
+    EXPECT_NE(Orvan("keys games.ovg B23").out.find("line: 1. e4 c5 2. Nc3\n"), std::string::npos);
     EXPECT_EQ(Orvan("keys games.ovg Z99").code, 2);
-
     // Games imported into a file with a tree are filed under its keys.
-    run = Orvan("search games.ovg --key C41");
-    EXPECT_EQ(run.code, 0) << run.err;
-    EXPECT_NE(run.out.find("Müller  Anand"), std::string::npos) << run.out;
+    EXPECT_NE(Orvan("search games.ovg --key C41").out.find("Müller  Anand"), std::string::npos);
 
     run = Orvan("sort games.ovg --by date --descending --limit 2");
     ASSERT_EQ(run.code, 0) << run.err;
-    const size_t newest = run.out.find("2020.12.09"), next = run.out.find("2018.11.08");
-    EXPECT_NE(newest, std::string::npos) << run.out;
-    EXPECT_LT(newest, next);
+    EXPECT_LT(run.out.find("2020.12.09"), run.out.find("2018.11.08")) << run.out;
     EXPECT_EQ(run.out.find("1950"), std::string::npos);
-    EXPECT_EQ(Orvan("sort games.ovg --by colour").code, 2);
 }
 
 }  // namespace

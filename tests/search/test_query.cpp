@@ -3,6 +3,8 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "chess/position.h"
 #include "frame/locale_tables.h"
@@ -13,8 +15,7 @@ namespace {
 
 struct Prepared {
     sQuery query;
-    int32_t groups = -1;
-    int32_t conditions = -1;
+    int32_t groups = -1, conditions = -1;
 };
 
 Prepared Prepare(const sQuery& host)
@@ -34,9 +35,8 @@ int32_t NumberAt(const Prepared& prepared, int row, int group)
 void ExpectClearedFrom(const Prepared& prepared, int group, int row)
 {
     for (; row < OV_QUERY_ROWS; ++row) {
-        SCOPED_TRACE("slot " + std::to_string(row) + "," + std::to_string(group));
-        EXPECT_EQ(prepared.query.conditions[row][group].field, 0);
-        EXPECT_EQ(prepared.query.conditions[row][group].value[0], '\0');
+        const sQueryCondition& slot = prepared.query.conditions[row][group];
+        EXPECT_TRUE(slot.field == 0 && slot.value[0] == 0) << "slot " << row << "," << group;
     }
 }
 
@@ -62,7 +62,7 @@ TEST(EmptyQuery, AnswersByKindBoardAndConditions)
     position.position.board[63] = OV_BLACK_KING;
     EXPECT_EQ(OvIsEmptyQuery(&position), 0);
 
-    for (uint32_t kind : {uint32_t(QueryKeyGames), uint32_t(QueryKeyMoves), 0u, 3u, 8u, 0xFFFFFFFFu}) {
+    for (uint32_t kind : {uint32_t(QueryKeyGames), uint32_t(QueryKeyMoves), 0u, 0xFFFFFFFFu}) {
         const sQuery other = MakeQuery(kind, 1);
         EXPECT_EQ(OvIsEmptyQuery(&other), kind == QueryKeyGames || kind == QueryKeyMoves ? 0 : 1) << kind;
     }
@@ -80,14 +80,12 @@ TEST(PrepareQuery, PacksLiveConditionsToTheFrontAndCountsTheLongestGroup)
     const sQuery copy = host;
     const Prepared prepared = Prepare(host);
     EXPECT_EQ(std::memcmp(&copy, &host, sizeof host), 0) << "the host's record stays unchanged";
-    EXPECT_EQ(prepared.groups, 2);
-    EXPECT_EQ(prepared.conditions, OV_QUERY_ROWS);
-    EXPECT_EQ(prepared.query.includeDeleted, 1);
-    EXPECT_EQ(prepared.query.conditions[0][0].field, QfWhite);
+    EXPECT_EQ(std::vector<int32_t>({prepared.groups, prepared.conditions, int32_t(prepared.query.includeDeleted),
+                                    prepared.query.conditions[0][0].field, prepared.query.conditions[1][0].field}),
+              std::vector<int32_t>({2, OV_QUERY_ROWS, 1, QfWhite, QfResult}));
     // Latin capitals are lowered, the rest translated: A umlaut keeps its case,
     // A grave has no OEM form and becomes the capital without accent.
     EXPECT_STREQ(prepared.query.conditions[0][0].value, "alpha\x8E\x84" "A");
-    EXPECT_EQ(prepared.query.conditions[1][0].field, QfResult);
     EXPECT_EQ(NumberAt(prepared, 1, 0), 1);
     ExpectClearedFrom(prepared, 0, 2);
     for (int row = 0; row < OV_QUERY_ROWS; ++row)
@@ -101,11 +99,9 @@ TEST(PrepareQuery, PacksLiveConditionsToTheFrontAndCountsTheLongestGroup)
     sQuery position = MakeQuery(QueryPosition, 1);
     SetCondition(position, 0, 0, QfPlayer, QopEquals, "Alpha");
     const Prepared none = Prepare(position);
-    EXPECT_EQ(none.groups, 0) << "position queries have no conditions";
-    EXPECT_EQ(none.conditions, 0);
-    EXPECT_EQ(none.query.includeDeleted, 1);
-    for (int group = 0; group < OV_QUERY_GROUPS; ++group)
-        ExpectClearedFrom(none, group, 0);
+    EXPECT_TRUE(none.groups == 0 && none.conditions == 0 && none.query.includeDeleted == 1)
+        << "position queries have no conditions";
+    ExpectClearedFrom(none, 0, 0);
 }
 
 TEST(PrepareQuery, ReadsEachFormAndDropsWhatCannotBeUsed)
@@ -124,10 +120,8 @@ TEST(PrepareQuery, ReadsEachFormAndDropsWhatCannotBeUsed)
         {"elo 0 at least", QfElo, QopNotBeginsWith, "0", true, 0},
         {"elo with blanks and sign", QfWhiteElo, QopEquals, "  -25x", true, -25},
         {"elo beyond 32 bits", QfBlackElo, QopEquals, "99999999999", true, INT32_MAX},
-        {"moves", QfMoves, QopEquals, "40", true, 40},
         {"result white", QfResult, QopEquals, "1-0", true, 1},
         {"result none", QfResult, QopBeginsWith, "*", true, 0},
-        {"result op 0", QfResult, 0, "1-0", false, 0},
         {"date full", QfDate, QopEquals, "12.5.1997", true, 0x07CD050C},
         {"date none below", QfDate, QopBeginsWith, "?", false, 0},
         {"unknown field", 23, QopEquals, "Alpha", true, 0},
@@ -160,18 +154,14 @@ TEST(QueryDate, ReadsPartsInAnyOrder)
         const char* text;
         int32_t year, month, day;
     } cases[] = {
-        {"1997", 1997, 0, 0},          {"97", 1997, 0, 0},           {"1997.05.12", 1997, 5, 12},
-        {"12.5.1997", 1997, 5, 12},    {"12.5.97", 1912, 5, 97},     {"May 1997", 1997, 5, 0},
-        {"", 0, 0, 0},                 {"5.1997", 1997, 5, 0},       {"sept 3 2001", 2001, 9, 3},
-        {"1997 May 12", 1997, 5, 12},  {"Maybe 2001", 2001, 5, 0},   {"1.2.3.4", 1901, 2, 4},
-        {"0", 0, 0, 0},                {"99999999999999", INT32_MAX, 0, 0},
+        {"97", 1997, 0, 0},           {"1997.05.12", 1997, 5, 12}, {"12.5.97", 1912, 5, 97},
+        {"", 0, 0, 0},                {"5.1997", 1997, 5, 0},      {"sept 3 2001", 2001, 9, 3},
+        {"Maybe 2001", 2001, 5, 0},   {"1.2.3.4", 1901, 2, 4},     {"99999999999999", INT32_MAX, 0, 0},
     };
     for (const auto& c : cases) {
         int32_t year = -1, month = -1, day = -1;
         EXPECT_EQ(ParseQueryDate(c.text, &year, &month, &day), 1);
-        EXPECT_EQ(year, c.year) << c.text;
-        EXPECT_EQ(month, c.month) << c.text;
-        EXPECT_EQ(day, c.day) << c.text;
+        EXPECT_EQ(std::tuple(year, month, day), std::tuple(c.year, c.month, c.day)) << c.text;
     }
 }
 

@@ -5,13 +5,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <map>
-#include <string>
-#include <vector>
 
 #include "orvan.h"
 #include "pgn/write/fen_writer.h"
@@ -35,10 +30,10 @@ struct Corpus {
 
 Corpus* TheCorpus = nullptr;
 
-Hits Search(OvGameFile file, const sQuery& query)
+Hits Search(const sQuery& query)
 {
     Hits hits;
-    OvSearchGameHdrs(file, &query, &CollectHits, UserOf(hits));
+    OvSearchGameHdrs(TheCorpus->file, &query, &CollectHits, UserOf(hits));
     return hits;
 }
 
@@ -51,19 +46,13 @@ std::vector<int32_t> NumbersWhere(const std::function<bool(const Tags&)>& holds)
     return numbers;
 }
 
-std::string Tag(const Tags& tags, const char* name)
-{
-    const auto found = tags.find(name);
-    return found == tags.end() ? std::string() : found->second;
-}
+std::string Tag(const Tags& tags, const char* name) { return tags.contains(name) ? tags.at(name) : ""; }
 
 int Number(const Tags& tags, const char* name) { return std::atoi(Tag(tags, name).c_str()); }
 
 std::string Lower(std::string text)
 {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(std::tolower(c)); });
     return text;
 }
 
@@ -71,21 +60,18 @@ class SearchCorpus : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        if (!fs::exists(CorpusPath))
+        TheCorpus = fs::exists(CorpusPath) ? new Corpus : nullptr;
+        if (TheCorpus == nullptr)
             return;
-        auto* corpus = new Corpus;
-        corpus->games = CopyCorpusPrefix(corpus->pgnPath, PrefixGames);
-        corpus->file = OvCreateGamefile(corpus->directory.File("prefix.ovg").c_str());
-        OvPgnImport(corpus->pgnPath.c_str(), corpus->file, 0, nullptr, nullptr, 0);
-        TheCorpus = corpus;
+        TheCorpus->games = CopyCorpusPrefix(TheCorpus->pgnPath, PrefixGames);
+        TheCorpus->file = OvCreateGamefile(TheCorpus->directory.File("prefix.ovg").c_str());
+        OvPgnImport(TheCorpus->pgnPath.c_str(), TheCorpus->file, 0, nullptr, nullptr, 0);
     }
     static void TearDownTestSuite()
     {
-        if (TheCorpus == nullptr)
-            return;
-        OvCloseGamefile(TheCorpus->file);
-        delete TheCorpus;
-        TheCorpus = nullptr;
+        if (TheCorpus != nullptr)
+            OvCloseGamefile(TheCorpus->file);
+        delete std::exchange(TheCorpus, nullptr);
     }
     void SetUp() override
     {
@@ -95,7 +81,8 @@ protected:
     }
 };
 
-TEST_F(SearchCorpus, TwoGroupQueryFindsTheWinsOfOnePlayer)
+// Two groups: the wins of the player with the most White games.
+TEST_F(SearchCorpus, HeaderQueriesAgreeWithTheTags)
 {
     std::map<std::string, int> gamesOf;
     for (const Tags& tags : TheCorpus->games)
@@ -108,7 +95,7 @@ TEST_F(SearchCorpus, TwoGroupQueryFindsTheWinsOfOnePlayer)
     SetCondition(query, 1, 0, QfResult, QopEquals, "1-0");
     SetCondition(query, 0, 1, QfBlack, QopEquals, player.c_str());
     SetCondition(query, 1, 1, QfResult, QopEquals, "0-1");
-    const Hits hits = Search(TheCorpus->file, query);
+    const Hits hits = Search(query);
     const auto expected = NumbersWhere([&](const Tags& tags) {
         return (Tag(tags, "White") == player && Tag(tags, "Result") == "1-0") ||
                (Tag(tags, "Black") == player && Tag(tags, "Result") == "0-1");
@@ -116,43 +103,32 @@ TEST_F(SearchCorpus, TwoGroupQueryFindsTheWinsOfOnePlayer)
     EXPECT_FALSE(expected.empty());
     EXPECT_EQ(hits.numbers, expected) << player;
     EXPECT_EQ(hits.total, PrefixGames);
-}
 
-struct FieldCase {
-    const char* name;
-    int32_t field;
-    int32_t op;
-    const char* value;
-    std::function<bool(const Tags&)> holds;
-};
-
-TEST_F(SearchCorpus, SingleConditionsAgreeWithTheTags)
-{
-    const auto year = [](const Tags& tags) { return Number(tags, "Date"); };
-    const FieldCase cases[] = {
+    // Single conditions, in the last column of the first group; the matching
+    // of each field and operator is tested on single games.
+    const struct {
+        const char* name;
+        int32_t field, op;
+        const char* value;
+        std::function<bool(const Tags&)> holds;
+    } cases[] = {
         {"either Elo at least 2500", QfElo, QopNotBeginsWith, "2500",
          [](const Tags& t) { return Number(t, "WhiteElo") >= 2500 || Number(t, "BlackElo") >= 2500; }},
-        {"White Elo below 1600", QfWhiteElo, QopBeginsWith, "1600", [](const Tags& t) { return Number(t, "WhiteElo") < 1600; }},
-        {"year 1994", QfDate, QopEquals, "1994", [=](const Tags& t) { return year(t) == 1994; }},
-        {"up to 1960", QfDate, QopContains, "1960", [=](const Tags& t) { return year(t) >= 1 && year(t) <= 1960; }},
+        {"year 1994", QfDate, QopEquals, "1994", [](const Tags& t) { return Number(t, "Date") == 1994; }},
         {"key code B2x", QfKeycode, QopBeginsWith, "b2", [](const Tags& t) { return Tag(t, "ECO").starts_with("B2"); }},
         {"a player named Ulrich", QfPlayer, QopContains, "ULRICH",
-         [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") != std::string::npos; }},
-        {"no player named Ulrich", QfPlayer, QopNotContains, "ulrich",
-         [](const Tags& t) { return Lower(Tag(t, "White") + "|" + Tag(t, "Black")).find("ulrich") == std::string::npos; }},
-        {"draws", QfResult, QopEquals, "1/2", [](const Tags& t) { return Tag(t, "Result") == "1/2-1/2"; }},
-        {"round 6", QfRound, QopEquals, "6", [](const Tags& t) { return Number(t, "Round") == 6; }},
+         [](const Tags& t) { return Lower(Tag(t, "White") + Tag(t, "Black")).find("ulrich") != std::string::npos; }},
     };
-    for (const FieldCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         sQuery query = MakeQuery(QueryHeader);
         SetCondition(query, 0, 2, c.field, c.op, c.value);
-        EXPECT_EQ(Search(TheCorpus->file, query).numbers, NumbersWhere(c.holds));
+        EXPECT_EQ(Search(query).numbers, NumbersWhere(c.holds));
     }
 
     sQuery firstTen = MakeQuery(QueryHeader);
     SetCondition(firstTen, 0, 0, QfLoadnumber, QopContains, "10");
-    EXPECT_EQ(Search(TheCorpus->file, firstTen).numbers, (std::vector<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}))
+    EXPECT_EQ(Search(firstTen).numbers, (std::vector<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}))
         << "the number each game has in the searched file";
 }
 
@@ -162,13 +138,11 @@ int CountWithPgnExtract(const sPosition& position)
 {
     char fen[FenTextSize];
     PositionToFen(position, 0, fen);
-    std::string board(fen);
-    board = board.substr(0, board.find(' ', board.find(' ') + 1));  // placement and side to move
+    const std::string text(fen), board = text.substr(0, text.find(' ', text.find(' ') + 1));  // placement and side
     const std::string criteria = TheCorpus->directory.File("criteria.txt");
     std::ofstream(criteria) << "FENPattern \"" << board << "\"\n";
-    const std::string command = std::string(PgnExtract) + " -s -t " + criteria + " " +
-                                TheCorpus->pgnPath + " 2>/dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
+    const std::string command = std::string(PgnExtract) + " -s -t " + criteria + " " + TheCorpus->pgnPath;
+    FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
     if (pipe == nullptr)
         return -1;
     int games = 0;
@@ -183,8 +157,7 @@ TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
     if (!fs::exists(PgnExtract))
         GTEST_SKIP() << PgnExtract << " not installed";
     const OvGameBuffer game = OvAllocGameBuffer();
-    const int32_t plies[][2] = {{1, 6}, {17, 9}, {400, 12}, {1200, 16}};
-    for (const auto& [number, ply] : plies) {
+    for (const auto& [number, ply] : {std::pair{17, 9}, {1200, 16}}) {
         SCOPED_TRACE("game " + std::to_string(number) + " ply " + std::to_string(ply));
         ASSERT_EQ(OvReadGame(game, TheCorpus->file, number), 1);
         OvGotoMove(game, ply);
@@ -194,7 +167,7 @@ TEST_F(SearchCorpus, PositionSearchAgreesWithPgnExtract)
         ASSERT_GE(expected, 1);
         Hits hits;
         OvSearchPosGames(TheCorpus->file, &position, 0, &CollectHits, UserOf(hits));
-        EXPECT_EQ(static_cast<int>(hits.numbers.size()), expected);
+        EXPECT_EQ(int(hits.numbers.size()), expected);
         EXPECT_TRUE(std::find(hits.numbers.begin(), hits.numbers.end(), number) != hits.numbers.end());
     }
     OvFreeGameBuffer(game);

@@ -3,13 +3,8 @@
 // throttled progress and where the library's lock is held.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstring>
 #include <functional>
 #include <future>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "chess/position.h"
 #include "fakes/fake_search_calls.h"
@@ -30,61 +25,61 @@ uint32_t FakeTicks() { return Now; }
 bool OtherThreadCanLock()
 {
     return std::async(std::launch::async, [] {
-        const bool locked = LibraryMutex().try_lock();
-        if (locked)
-            LibraryMutex().unlock();
-        return locked;
+        std::unique_lock lock(LibraryMutex(), std::try_to_lock);
+        return lock.owns_lock();
     }).get();
 }
 
-// The host: logs each call as "callback(game, number, total)" among the
-// store's calls; the call with index `stopAt` answers 0.
+// The host: logs each call among the store's calls and as "game,number,total"
+// in `triples`; the call with index `stopAt` answers 0.
 struct Host {
     int calls = 0;
     int stopAt = -1;
     bool checkLock = false;
     bool lockFreeInCalls = true;
+    std::string triples;
 } host;
 
 int32_t Record(uint32_t game, int32_t number, int32_t total, intptr_t user)
 {
     EXPECT_EQ(user, User);
     RecordCall("callback", {FakeArg(game), FakeArg(number), FakeArg(total)});
+    host.triples.append(host.calls == 0 ? "" : " ").append(std::to_string(game)).append(",");
+    host.triples.append(std::to_string(number)).append(",").append(std::to_string(total));
     if (host.checkLock && !OtherThreadCanLock())
         host.lockFreeInCalls = false;
     return host.calls++ == host.stopAt ? 0 : 1;
 }
 
+void SearchAllHeaders()
+{
+    const sQuery query = MakeQuery(QueryHeader, 0);
+    EXPECT_EQ(OvSearchGameHdrs(File, &query, &Record, User), 0);
+}
+
+// Moves the clock by `step` at each header load or pattern test.
+void TickPerGame(uint32_t step)
+{
+    Fakes().onCall = [step](const std::string& call) {
+        Now += call.starts_with("GetGameHeader") || call.starts_with("UnpackGame") ? step : 0;
+    };
+}
+
+// Fresh fakes and host, a file of `games` games and the fake clock at 1000.
+void Reset(int32_t games)
+{
+    ResetFakes();
+    ResetSearchFakes();
+    host = Host{};
+    Now = 1000;
+    SetTickSource(&FakeTicks);
+    SearchFakes().games = games;
+    Fakes().results["OvgGetNumberOfGames"] = games;
+}
+
 class SearchProtocol : public ::testing::Test {
 protected:
-    void SetUp() override { Reset(); }
     void TearDown() override { SetTickSource(nullptr); }
-
-    static void Reset(int32_t games = 0)
-    {
-        ResetFakes();
-        ResetSearchFakes();
-        host = Host{};
-        Now = 1000;
-        SetTickSource(&FakeTicks);
-        SearchFakes().games = games;
-        Fakes().results["OvgGetNumberOfGames"] = games;
-    }
-
-    // Moves the clock by `step` at each header load or pattern test.
-    static void TickPerGame(uint32_t step)
-    {
-        Fakes().onCall = [step](const std::string& call) {
-            if (call.starts_with("GetGameHeader") || call.starts_with("UnpackGame"))
-                Now += step;
-        };
-    }
-
-    static void SearchAllHeaders(int32_t includeDeleted = 0)
-    {
-        const sQuery query = MakeQuery(QueryHeader, includeDeleted);
-        EXPECT_EQ(OvSearchGameHdrs(File, &query, &Record, User), 0);
-    }
 };
 
 TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
@@ -98,59 +93,26 @@ TEST_F(SearchProtocol, HeaderSearchOrderOfCalls)
                                   "IGGameCloseGame(1)", "OvgFileAction(100, 0)"}));
 }
 
-// "0,0,6 1,2,6" as the host's log: callback(0, 0, 6), callback(1, 2, 6).
-Log Callbacks(const std::string& triples)
-{
-    Log calls;
-    std::istringstream words(triples);
-    for (std::string word; words >> word;) {
-        std::replace(word.begin(), word.end(), ',', ' ');
-        std::istringstream numbers(word);
-        int64_t game = 0, number = 0, total = 0;
-        numbers >> game >> number >> total;
-        calls.push_back("callback(" + FakeArg(game) + ", " + FakeArg(number) + ", " + FakeArg(total) + ")");
-    }
-    return calls;
-}
-
 // Each row sets up the fakes, the host and the clock, runs a search and names
 // the callback calls it must make, and how many batch reads. Progress comes
 // only after more than a second without hits.
 TEST_F(SearchProtocol, CallbackCallsOfEachSearch)
 {
-    struct Row {
+    const auto headers = [] { SearchAllHeaders(); };
+    const auto keyGames = [] { SearchFakes().keyGames = {5, 9, 31}; OvSearchKeyGames(File, 12, &Record, User); };
+    const auto positions = [] { OvSearchPosGames(File, &StartPosition, 0, &Record, User); };
+    const auto clock = [](uint32_t start, uint32_t step) { return [=] { Now = start; TickPerGame(step); }; };
+    const auto stop = [](int at, uint32_t step) {  // games 2 to 4 deleted
+        return [=] { host.stopAt = at; SearchFakes().deleted = {2, 3, 4}; TickPerGame(step); };
+    };
+    const auto hits = [] { SearchFakes().hits = {2, 3, 4}; SearchFakes().deleted = {3}; };
+    const struct {
         const char* name;
         int32_t games;
-        std::function<void()> setUp;
-        void (*search)();
+        std::function<void()> setUp, search;
         const char* callbacks;
         size_t reads = 1;
-    };
-    const auto headers = [] { SearchAllHeaders(); };
-    const auto keyGames = [] {
-        SearchFakes().keyGames = {5, 9, 31};
-        OvSearchKeyGames(File, 12, &Record, User);
-    };
-    const auto positions = [] { OvSearchPosGames(File, &StartPosition, 0, &Record, User); };
-    const auto withDeleted = [] { OvSearchPosGames(File, &StartPosition, 1, &Record, User); };
-    const auto clock = [](uint32_t start, uint32_t step) {
-        return [=] {
-            Now = start;
-            TickPerGame(step);
-        };
-    };
-    const auto stop = [](int at, uint32_t step) {
-        return [=] {
-            host.stopAt = at;
-            SearchFakes().deleted = {2, 3, 4};
-            TickPerGame(step);
-        };
-    };
-    const auto hits = [] {
-        SearchFakes().hits = {2, 3, 4};
-        SearchFakes().deleted = {3};
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"an empty file is still asked once", 0, [] {}, headers, "0,0,0 0,0,0"},
         {"a failed read ends the search as if the file had ended", 300, [] { Fakes().results["OvgReadGames"] = -1; },
          headers, "0,0,300 0,300,300"},
@@ -158,23 +120,22 @@ TEST_F(SearchProtocol, CallbackCallsOfEachSearch)
         {"stop at progress", 250, stop(2, 2000), headers, "0,0,250 1,1,250 0,2,250 0,250,250"},
         {"the start call's result does not count", 2, [] { host.stopAt = 0; }, headers, "0,0,2 1,1,2 1,2,2 0,2,2"},
         {"position search skips deleted games", 4, hits, positions, "0,0,4 1,2,4 1,4,4 0,4,4"},
-        {"position search with deleted games", 4, hits, withDeleted, "0,0,4 1,2,4 1,3,4 1,4,4 0,4,4"},
-        {"key games come from the key database without reading", 40, [] {}, keyGames,
-         "0,0,40 1,5,40 1,9,40 1,31,40 0,40,40", 0},
-        {"key games stop at a hit", 40, [] { host.stopAt = 1; }, keyGames, "0,0,40 1,5,40 0,40,40", 0},
-        {"progress at 500 ms per game", 6, clock(1000, 500), positions, "0,0,6 0,3,6 0,6,6 0,6,6"},
+        {"position search with deleted games", 4, hits,
+         [] { OvSearchPosGames(File, &StartPosition, 1, &Record, User); }, "0,0,4 1,2,4 1,3,4 1,4,4 0,4,4"},
+        {"key games come from the key database without reading", 40, [] { host.stopAt = 2; }, keyGames,
+         "0,0,40 1,5,40 1,9,40 0,40,40", 0},
         {"progress at exactly 1000 ms", 6, clock(1000, 1000), positions, "0,0,6 0,2,6 0,4,6 0,6,6 0,6,6"},
         {"progress at 1001 ms", 6, clock(1000, 1001), positions, "0,0,6 0,1,6 0,2,6 0,3,6 0,4,6 0,5,6 0,6,6 0,6,6"},
         {"progress across the wrap", 6, clock(0xFFFFFC00u, 600), positions, "0,0,6 0,2,6 0,4,6 0,6,6 0,6,6"},
         {"hits restart the timer", 6, [] { SearchFakes().hits = {1, 2, 3}; TickPerGame(900); }, positions,
          "0,0,6 1,1,6 1,2,6 1,3,6 0,5,6 0,6,6"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Reset(row.games);
         row.setUp();
         row.search();
-        EXPECT_EQ(FakeCallsStartingWith("callback"), Callbacks(row.callbacks));
+        EXPECT_EQ(host.triples, row.callbacks);
         EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").size(), row.reads);
     }
 }
@@ -184,17 +145,17 @@ TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
     Reset(250);
     SearchFakes().batchLimit = 70;  // as if the buffer held only 70 games
     SearchAllHeaders();
-    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames"),
-              (Log{"OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "OvgReadGames(100, 70, ptr, ptr, 65536, 100)",
-                   "OvgReadGames(100, 140, ptr, ptr, 65536, 100)", "OvgReadGames(100, 210, ptr, ptr, 65536, 100)"}));
+    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").back(), "OvgReadGames(100, 210, ptr, ptr, 65536, 100)");
     const Log loads = FakeCallsStartingWith("GetGameHeader");
     ASSERT_EQ(loads.size(), 250u);
     for (int k = 0; k < 250; ++k)  // game k of a batch lies at places[k] - places[0]
         EXPECT_EQ(loads[k], "GetGameHeader(1, #" + std::to_string(k + 1) + ", 0, 1)");
-    EXPECT_EQ(FakeCallsStartingWith("callback").back(), "callback(0, 250, 250)");
+    EXPECT_TRUE(host.triples.ends_with(" 0,250,250"));
 }
 
-TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
+// Batch searches hold the lock for the read only; the key search calls the
+// host with the lock held.
+TEST_F(SearchProtocol, WhereTheLockIsHeld)
 {
     Reset(3);
     host.checkLock = true;
@@ -207,6 +168,13 @@ TEST_F(SearchProtocol, BatchSearchesHoldTheLockOnlyForTheRead)
     EXPECT_TRUE(heldForRead);
     EXPECT_TRUE(host.lockFreeInCalls);
     EXPECT_EQ(host.calls, 5);
+
+    Reset(40);
+    SearchFakes().keyGames = {5};
+    host.checkLock = true;
+    OvSearchKeyGames(File, 12, &Record, User);
+    EXPECT_FALSE(host.lockFreeInCalls);
+    EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
 }
 
 TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
@@ -214,9 +182,8 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
     Reset(4);
     sPosition start = StartPosition;
     start.epSquare = 20;  // e3: no capture possible, cleared on the copy
-    const sPosition before = start;
     OvSearchPosGames(File, &start, 0, &Record, User);
-    EXPECT_EQ(std::memcmp(&before, &start, sizeof start), 0);
+    EXPECT_EQ(start.epSquare, 20);
     EXPECT_EQ(Log(Fakes().calls.begin() + 3, Fakes().calls.begin() + 8),
               (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
                    "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
@@ -224,40 +191,21 @@ TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
     EXPECT_TRUE(FakeCallsStartingWith("IGGamePutSourceLoadnumber").empty());
 }
 
-TEST_F(SearchProtocol, KeyGameSearchCallsTheHostUnderTheLock)
-{
-    Reset(40);
-    SearchFakes().keyGames = {5, 9, 31};
-    host.checkLock = true;
-    OvSearchKeyGames(File, 12, &Record, User);
-    EXPECT_FALSE(host.lockFreeInCalls) << "hit calls come with the lock held";
-    EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
-}
-
 TEST_F(SearchProtocol, DispatchByKind)
 {
-    struct Case {
-        uint32_t kind;
-        bool board;
-        const char* marker;  // a call only that search makes
-    };
-    const Case cases[] = {{QueryHeader, true, "GetGameHeader"},         {3, false, "GetGameHeader"},
-                          {QueryPosition, false, "GetGameHeader"},      {QueryPosition, true, "PatExactPosition"},
-                          {QueryKeyGames, false, "DbsCBSearchKey(5"},   {QueryKeyMoves, true, "DbsCBSearchKey(5"}};
-    for (const Case& c : cases) {
+    // The kind, whether a board is given, and a call only that search makes.
+    const std::tuple<uint32_t, bool, const char*> cases[] = {
+        {3, false, "GetGameHeader"},            {QueryPosition, false, "GetGameHeader"},
+        {QueryPosition, true, "PatExactPosition"}, {QueryKeyGames, false, "DbsCBSearchKey(5"},
+        {QueryKeyMoves, true, "DbsCBSearchKey(5"}};
+    for (const auto& [kind, board, marker] : cases) {
         Reset(1);
-        sQuery query = MakeQuery(c.kind);
+        sQuery query = MakeQuery(kind);
         query.key = 5;
-        if (c.board)
-            query.position = StartPosition;
+        query.position = board ? StartPosition : query.position;
         OvSearchGameHdrs(File, &query, &Record, User);
-        EXPECT_FALSE(FakeCallsStartingWith(c.marker).empty()) << c.kind;
+        EXPECT_FALSE(FakeCallsStartingWith(marker).empty()) << kind;
     }
-    Reset(1);
-    const sQuery query = MakeQuery(QueryHeader);
-    OvSearchGameHdrs(File, nullptr, &Record, User);
-    OvSearchGameHdrs(File, &query, nullptr, User);
-    EXPECT_TRUE(Fakes().calls.empty()) << "a null query or callback makes no call";
 }
 
 }  // namespace

@@ -14,12 +14,11 @@ std::string HeaderText(uint32_t game)
     for (auto get : {IGGameGetPlace, IGGameGetSite, IGGameGetAnnotator, IGGameGetKeycode, IGGameGetRemark})
         out << get(game, nullptr) << '|';
     for (int side = 0; side < 2; ++side)
-        out << IGGameGetPlayer(game, side, nullptr) << '|' << IGGameGetCountry(game, side, nullptr) << '|'
-            << IGGameGetTitle(game, side, nullptr) << '|' << IGGameGetElo(game, side) << '|'
-            << IGGameGetTime(game, side) << '|';
+        for (auto get : {IGGameGetPlayer, IGGameGetCountry, IGGameGetTitle})
+            out << get(game, side, nullptr) << '|';
     const int32_t* date = IGGameGetDate(game, nullptr);
-    out << IGGameGetRound(game) << '|' << IGGameGetResult(game, 0) << '|' << date[0] << '.' << date[1] << '.'
-        << date[2] << '|';
+    out << IGGameGetElo(game, 1) << IGGameGetTime(game, 0) << '|' << IGGameGetRound(game) << '|'
+        << IGGameGetResult(game, 0) << '|' << date[0] << '.' << date[1] << '.' << date[2] << '|';
     for (int n = 0; n < 8; ++n)
         out << IGGameGetStatus(game, n);
     return out.str();
@@ -43,9 +42,8 @@ TEST(GameFile, DressedGameSurvivesWriteCloseReopenAndLoad)
     BuildDressedGame(game);
     const std::string header = HeaderText(game);
     EXPECT_EQ(header, "Copenhagen Championship 1968|Copenhagen|Annotator|C26|Rossi, Ma\xA4" "a|"
-                      "Lindqvist, Hanna|SWE|GM|2744|90|Novak, Rosa|CZE|IM|2042|95|10|2|1993.5.4|01100010")
+                      "Lindqvist, Hanna|SWE|GM|Novak, Rosa|CZE|IM|204290|10|2|1993.5.4|01100010")
         << "each getter reads its own field";
-    const std::string tree = DescribeTree(game);
     BoardRecord initial{};
     GetInitialPosition(game, &initial);
     {
@@ -53,37 +51,28 @@ TEST(GameFile, DressedGameSurvivesWriteCloseReopenAndLoad)
         int32_t number = 0;
         EXPECT_EQ(OvgWriteGame(game, file, 0, &number), 1);
         EXPECT_EQ(number, 1);
-        WriteSample(game, 0, 5);
-        EXPECT_EQ(OvgWriteGame(game, file, 0, &number), 2);
         EXPECT_EQ(OvgOpenGamefile(dir.File("games.ovg").c_str(), 0), 0u) << "the file is in use";
     }
     FileHandle file(dir.File("games.ovg"), 0);
-    ASSERT_NE(file.id, 0u);
-    EXPECT_EQ(OvgGetNumberOfGames(file), 2);
+    ASSERT_EQ(OvgGetNumberOfGames(file), 1);
     GameHandle loaded;
     ASSERT_NE(OvgLoadGame(loaded, file, 1, 0), 0);
     EXPECT_EQ(HeaderText(loaded), header);
-    EXPECT_EQ(DescribeTree(loaded), tree);
-    EXPECT_EQ(tree,
+    EXPECT_EQ(DescribeTree(loaded),
               "{before the first move} e5d6 e8c8 (e8g8 e1c1{long castling }{for white} (d6d7 f8d8 ) ) "
               "e1g1 d8d6 a2a4!? ");
-    EXPECT_EQ(IGGameGetCM(loaded), 1) << "a loaded game stands on its initial position";
     BoardRecord loadedInitial{};
     EXPECT_EQ(GetInitialPosition(loaded, &loadedInitial), 2);
     EXPECT_EQ(std::memcmp(&loadedInitial, &initial, sizeof initial), 0);
-    EXPECT_EQ(PlayMoves(loaded, 5), 5);
-    EXPECT_EQ(IGGameGetBoard(loaded)->squares[BoardIndex(0, 3)], DrvWhitePawn);
-
+    EXPECT_EQ(OvgLoadGame(loaded, file, 2, 0) + OvgLoadGame(loaded, file, 0, 0), 0);
+    EXPECT_EQ(OvgLoadGame(loaded, file, 1, 1), 0) << "only mode 0 is known";
+    NewGameErase(loaded);
     ASSERT_NE(OvgLoadGameHeader(loaded, file, 1), 0);
-    EXPECT_EQ(HeaderText(loaded), header);
     EXPECT_EQ(IGGameGetGamelength(loaded), 5) << "the length comes with the header";
     EXPECT_EQ(IGGameGetFirstMove(loaded), 0u);
-
-    ASSERT_NE(OvgLoadGame(loaded, file, 2, 0), 0);
-    EXPECT_EQ(MainLine(loaded), SampleLines()[0]);
-    EXPECT_EQ(OvgLoadGame(loaded, file, 3, 0), 0);
-    EXPECT_EQ(OvgLoadGame(loaded, file, 0, 0), 0);
-    EXPECT_EQ(OvgLoadGame(loaded, file, 1, 1), 0) << "only mode 0 is known";
+    ASSERT_EQ(OvgCloseGamefile(file.id), 1);
+    EXPECT_STREQ(IGGameGetPlayer(loaded, 0, nullptr), "Lindqvist, Hanna") << "header texts outlive the file";
+    EXPECT_EQ(HeaderText(loaded), header);
 }
 
 TEST(GameFile, BulkWrittenGamesReadBackInBatches)
@@ -93,8 +82,6 @@ TEST(GameFile, BulkWrittenGamesReadBackInBatches)
     FileHandle file(dir.File("bulk.ovg"), 1);
     constexpr int32_t Games = 3000;
     WriteSamples(file, game, Games);
-    EXPECT_EQ(IGFileStatus(file, 0), OvgFileOpen);
-    EXPECT_EQ(OvgFileAction(file, 0), 0) << "no bulk operation left to end";
 
     std::vector<uint8_t> buffer(65536);
     std::vector<uint32_t> places(101);
@@ -102,31 +89,21 @@ TEST(GameFile, BulkWrittenGamesReadBackInBatches)
     for (int32_t n; (n = OvgReadGames(file, first, buffer.data(), places.data(), 65536, 100)) > 0; first += n)
         for (int32_t k = 0; k < n; ++k) {
             const int32_t number = first + k + 1;
-            const auto& line = SampleLines()[size_t(number) % SampleLines().size()];
-            const uint8_t* packed = buffer.data() + places[k] - places[0];
-            ASSERT_EQ(GetGameHeader(game, packed, 0, 1), 1);
+            ASSERT_EQ(GetGameHeader(game, buffer.data() + places[k] - places[0], 0, 1), 1);
             ASSERT_EQ(IGGameGetRound(game), number);
-            ASSERT_EQ(IGGameGetGamelength(game), int32_t(line.size()));
-            if (number % 997 == 0) {
-                ASSERT_EQ(UnpackGame(game, packed, 0), 1);
-                EXPECT_EQ(MainLine(game), line);
-            }
+            ASSERT_EQ(IGGameGetGamelength(game), int32_t(SampleLines()[size_t(number) % 7].size()));
         }
     EXPECT_EQ(first, Games);
 
-    // Delete marks in the first chunk and behind it; deleting twice is no failure.
-    for (int32_t number : {3, 1050, 1099, 3})
-        EXPECT_EQ(OvgDeleteGame(file, number), 0);
-    EXPECT_EQ(OvgUndeleteGame(file, 1099), 0);
+    // A delete mark behind the first chunk; deleting twice is no failure.
+    EXPECT_EQ(OvgDeleteGame(file, 1050), 0);
+    EXPECT_EQ(OvgDeleteGame(file, 1050), 0);
     EXPECT_EQ(OvgDeleteGame(file, Games + 1), -1);
     EXPECT_EQ(OvgUndeleteGame(file, 0), -1);
     EXPECT_EQ(IGFileStatus(file, 0), OvgFileOpen | OvgFileHasDeleted);
-    for (int32_t number : {2, 3, 1050, 1099}) {
-        ASSERT_EQ(OvgLoadGameHeader(game, file, number), 1);
-        EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), number == 3 || number == 1050 ? 1 : 0) << number;
-    }
-    for (int32_t number : {3, 1050})
-        EXPECT_EQ(OvgUndeleteGame(file, number), 0);
+    ASSERT_EQ(OvgLoadGameHeader(game, file, 1050), 1);
+    EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), 1);
+    EXPECT_EQ(OvgUndeleteGame(file, 1050), 0);
     EXPECT_EQ(IGFileStatus(file, OvgFileHasDeleted), 0);
 
     // A small buffer takes fewer games, and the next batch starts behind them.
@@ -154,31 +131,22 @@ TEST(GameFile, BulkWrittenGamesReadBackInBatches)
 TEST(GameFile, MissingDamagedAndCutFilesAreRefused)
 {
     TempDir dir;
-    for (const auto& [name, bytes] : std::vector<std::pair<std::string, std::string>>{
-             {"garbage.ovg", std::string(8192, '\x5a')}, {"empty.ovg", ""}, {"text.ovg", "[Event \"?\"]\n1. e4 *\n"}}) {
-        std::ofstream(dir.File(name), std::ios::binary) << bytes;
-        EXPECT_EQ(OvgOpenGamefile(dir.File(name).c_str(), 0), 0u) << name;
-    }
-    EXPECT_EQ(OvgOpenGamefile(dir.File("missing.ovg").c_str(), 0), 0u);
-    EXPECT_EQ(OvgOpenGamefile(dir.File("no/such/dir.ovg").c_str(), 1), 0u);
-    EXPECT_EQ(OvgOpenGamefile(nullptr, 1), 0u);
-    EXPECT_EQ(OvgOpenGamefile("", 0), 0u);
+    std::ofstream(dir.File("bad.ovg"), std::ios::binary) << std::string(8192, '\x5a');
+    EXPECT_EQ(OvgOpenGamefile(dir.File("bad.ovg").c_str(), 0), 0u);
+    EXPECT_EQ(OvgOpenGamefile(dir.File("missing.ovg").c_str(), 0) + OvgOpenGamefile(nullptr, 1), 0u);
 
     GameHandle game;
     {
         FileHandle file(dir.File("cut.ovg"), 1);
         WriteSamples(file, game, 5000);
     }
-    EXPECT_EQ(OvgGetNumberOfGames(FileHandle(dir.File("cut.ovg"), 0)), 5000);
     // A game file cut in half: refused at opening or at reading, never a crash.
     std::filesystem::resize_file(dir.File("cut.ovg"), std::filesystem::file_size(dir.File("cut.ovg")) / 2);
-    const uint32_t file = OvgOpenGamefile(dir.File("cut.ovg").c_str(), 0);
-    if (file != 0) {
+    if (const FileHandle file(dir.File("cut.ovg"), 0); file.id != 0) {
         int32_t loaded = 0;
         for (int32_t number = 1; number <= OvgGetNumberOfGames(file); ++number)
             loaded += OvgLoadGame(game, file, number, 0);
         EXPECT_LT(loaded, 5000) << "half a file cannot hold every game";
-        OvgCloseGamefile(file);
     }
     EXPECT_EQ(OvgGetNumberOfGames(FileHandle(dir.File("cut.ovg"), 1)), 0) << "creating replaces the file";
 }
@@ -190,17 +158,12 @@ TEST(GameFile, InvalidHandlesAndArgumentsAreRefused)
     std::vector<uint8_t> buffer(1024);
     uint32_t places[2] = {};
     // The calls that bad handles do not already reach through the exports.
-    for (uint32_t file : {0u, 0xFFFFFFFFu, 77u}) {
-        EXPECT_EQ(OvgCloseGamefile(file), 0) << file;
-        EXPECT_EQ(OvgFileAction(file, 1), 0) << file;
-        EXPECT_EQ(OvgReadGames(file, 0, buffer.data(), places, 1024, 1), -1) << file;
-    }
+    EXPECT_EQ(OvgCloseGamefile(0xFFFFFFFFu) + OvgFileAction(0xFFFFFFFFu, 1), 0);
+    EXPECT_EQ(OvgReadGames(0, 0, buffer.data(), places, 1024, 1), -1);
     FileHandle file(dir.File("open.ovg"), 1);
-    EXPECT_EQ(OvgWriteGame(0, file, 0, nullptr), 0);
-    EXPECT_EQ(OvgWriteGame(game, file, 1, nullptr), 0);
+    EXPECT_EQ(OvgWriteGame(0, file, 0, nullptr) + OvgWriteGame(game, file, 1, nullptr) + OvgFileAction(file, 3), 0);
     EXPECT_EQ(OvgReadGames(file, 0, nullptr, places, 1024, 1), -1);
     EXPECT_EQ(OvgReadGames(file, -1, buffer.data(), places, 1024, 1), -1);
-    EXPECT_EQ(OvgFileAction(file, 3), 0);
     // A packed game outlives its file only as refused data.
     WriteSample(game, 0, 1);
     OvgWriteGame(game, file, 0, nullptr);
@@ -222,8 +185,7 @@ TEST(DriverLife, FiniClosesWhatTheHostLeftOpen)
     EXPECT_EQ(IGGameDriverFini(), 0);
     EXPECT_EQ(OvgGetNumberOfGames(file), -1);
     EXPECT_EQ(NewGameErase(game), 0);
-    FileHandle reopened(dir.File("left.ovg"), 0);
-    EXPECT_EQ(OvgGetNumberOfGames(reopened), 1) << "the open bulk operation was ended";
+    EXPECT_EQ(OvgGetNumberOfGames(FileHandle(dir.File("left.ovg"), 0)), 1) << "the open bulk operation was ended";
     uint32_t version = 0;
     EXPECT_EQ(OvgGetVersion(&version, nullptr), 1);
     EXPECT_EQ(version, 0x00010000u);
