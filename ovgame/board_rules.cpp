@@ -41,9 +41,10 @@ constexpr StepTable KnightTable = MakeStepTable(KnightSteps);
 constexpr StepTable KingTable = MakeStepTable(KingSteps);
 
 // For each square and direction of KingSteps, the squares along the ray,
-// ended by -1.
+// ended by -1, and their number.
 struct RayTable {
     int8_t squares[64][8][8];
+    int8_t length[64][8];
 };
 
 constexpr RayTable MakeRayTable()
@@ -57,6 +58,7 @@ constexpr RayTable MakeRayTable()
             for (; OnBoard(f, r); f += KingSteps[d].file, r += KingSteps[d].rank)
                 table.squares[sq][d][n++] = int8_t(SquareOf(f, r));
             table.squares[sq][d][n] = -1;
+            table.length[sq][d] = int8_t(n);
         }
     }
     return table;
@@ -125,15 +127,22 @@ int FirstBlocker(uint64_t blockers, int d)
     return RayAscends(d) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
 }
 
+// The steps from `from` to `to` along the line they share.
+int LineDistance(int from, int to)
+{
+    const int files = FileOf(from) > FileOf(to) ? FileOf(from) - FileOf(to) : FileOf(to) - FileOf(from);
+    const int ranks = RankOf(from) > RankOf(to) ? RankOf(from) - RankOf(to) : RankOf(to) - RankOf(from);
+    return files > ranks ? files : ranks;
+}
+
 // How many targets a slider of `own` on `from` has in direction `d`.
 int RayReach(const Position& pos, int from, int d, Color own)
 {
-    const uint64_t ray = Masks.ray[from][d];
-    const uint64_t blockers = ray & (pos.occupied[0] | pos.occupied[1]);
+    const uint64_t blockers = Masks.ray[from][d] & (pos.occupied[0] | pos.occupied[1]);
     if (blockers == 0)
-        return CountBits(ray);
+        return Rays.length[from][d];
     const int first = FirstBlocker(blockers, d);
-    return CountBits(ray & ~Masks.ray[first][d]) - int((pos.occupied[own] >> first) & 1);
+    return LineDistance(from, first) - int((pos.occupied[own] >> first) & 1);
 }
 
 // The place of `to` among the targets of a slider on `from` that moves along
@@ -143,7 +152,7 @@ int SliderPlace(const Position& pos, int from, int to, Color own, int first, int
     const int direction = Directions.to[from][to];
     if (direction < 0 || (direction - first) % step != 0)
         return -1;
-    const int along = CountBits(Masks.ray[from][direction] & ~Masks.ray[to][direction]) - 1;
+    const int along = LineDistance(from, to) - 1;
     if (along >= RayReach(pos, from, direction, own))
         return -1;
     int place = along;
