@@ -66,18 +66,27 @@ constexpr RayTable MakeRayTable()
 
 constexpr RayTable Rays = MakeRayTable();
 
-// The same squares as sets: for each square the knight and king steps, and
-// the squares of each ray.
+// The same squares as sets: for each square the knight and king steps, the
+// squares of each ray, and per colour the squares a pawn attacks it from.
 struct MaskTable {
     uint64_t knight[64];
     uint64_t king[64];
     uint64_t ray[64][8];
+    uint64_t pawnAttackers[2][64];
 };
 
 constexpr MaskTable MakeMaskTable()
 {
     MaskTable table{};
     for (int sq = 0; sq < 64; ++sq) {
+        for (int c = 0; c < 2; ++c) {
+            // A pawn attacks from one rank behind, seen from its own side.
+            const int rank = RankOf(sq) + (c == White ? -1 : 1);
+            for (int file = FileOf(sq) - 1; file <= FileOf(sq) + 1; file += 2) {
+                if (OnBoard(file, rank))
+                    table.pawnAttackers[c][sq] |= uint64_t{1} << SquareOf(file, rank);
+            }
+        }
         for (int d = 0; d < 8; ++d) {
             if (KnightTable.to[sq][d] >= 0)
                 table.knight[sq] |= uint64_t{1} << KnightTable.to[sq][d];
@@ -188,22 +197,50 @@ constexpr CastlingLossTable MakeCastlingLossTable()
 
 constexpr CastlingLossTable CastlingLost = MakeCastlingLossTable();
 
-void PutPiece(Position& pos, int square, uint8_t code)
+// The kind of a code known to be a man.
+constexpr Kind ManKind(uint8_t code) { return Kind(code & 7); }
+
+// Puts `code`, a man, on the empty `square`.
+void PlaceMan(Position& pos, int square, uint8_t code)
 {
-    const uint8_t old = pos.squares[square];
-    if (IsPiece(old)) {
-        pos.occupied[ColorOf(old)] &= ~(uint64_t{1} << square);
-        if (KindOf(old) != King)
-            --pos.counts[ColorOf(old) * 5 + KindOf(old)];
-    }
+    const uint64_t bit = uint64_t{1} << square;
     pos.squares[square] = code;
-    if (IsPiece(code)) {
-        pos.occupied[ColorOf(code)] |= uint64_t{1} << square;
-        if (KindOf(code) == King)
-            pos.kingSquare[ColorOf(code)] = uint8_t(square);
-        else
-            ++pos.counts[ColorOf(code) * 5 + KindOf(code)];
-    }
+    pos.occupied[ColorOf(code)] |= bit;
+    pos.kinds[ManKind(code)] |= bit;
+    if (ManKind(code) == King)
+        pos.kingSquare[ColorOf(code)] = uint8_t(square);
+    else
+        ++pos.counts[ColorOf(code) * 5 + ManKind(code)];
+}
+
+// Takes the man on `square` off, if there is one.
+void RemoveMan(Position& pos, int square)
+{
+    const uint8_t code = pos.squares[square];
+    if (!IsPiece(code))
+        return;
+    const uint64_t bit = uint64_t{1} << square;
+    pos.squares[square] = DrvEmpty;
+    pos.occupied[ColorOf(code)] &= ~bit;
+    pos.kinds[ManKind(code)] &= ~bit;
+    if (ManKind(code) != King)
+        --pos.counts[ColorOf(code) * 5 + ManKind(code)];
+}
+
+// Moves the man on `from`, if there is one, to `to`, taking what stands there.
+void MoveMan(Position& pos, int from, int to)
+{
+    const uint8_t code = pos.squares[from];
+    if (!IsPiece(code))
+        return;
+    RemoveMan(pos, to);
+    const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
+    pos.squares[to] = code;
+    pos.squares[from] = DrvEmpty;
+    pos.occupied[ColorOf(code)] ^= bits;
+    pos.kinds[ManKind(code)] ^= bits;
+    if (ManKind(code) == King)
+        pos.kingSquare[ColorOf(code)] = uint8_t(to);
 }
 
 int AddRay(const Position& pos, int from, int direction, Color own, uint8_t* targets, int n)
@@ -227,44 +264,20 @@ bool CanTake(const Position& pos, int sq, Color own)
     return ((pos.occupied[own] >> sq) & 1) == 0;
 }
 
-// Whether the first man along the ray, among `occupied`, is one of `men` and
-// a `slider` or queen.
-bool RayHits(const Position& pos, int square, int direction, uint64_t men, uint64_t occupied, Kind slider)
-{
-    const uint64_t blockers = Masks.ray[square][direction] & occupied;
-    if ((blockers & men) == 0)
-        return false;
-    const int first = FirstBlocker(blockers, direction);
-    const Kind kind = KindOf(pos.squares[first]);
-    return ((men >> first) & 1) && (kind == slider || kind == Queen);
-}
-
-// Whether `square` is attacked by one of `men` (men of `by` whose codes stand
-// in `pos`), with `occupied` the squares that hold men.
+// Whether `square` is attacked by one of `men` (men of `by` as `pos` has
+// them), with `occupied` the squares that hold men.
 bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
 {
-    for (uint64_t near = Masks.knight[square] & men; near != 0; near &= near - 1) {
-        if (pos.squares[std::countr_zero(near)] == PieceCode(by, Knight))
-            return true;
-    }
-    for (uint64_t near = Masks.king[square] & men; near != 0; near &= near - 1) {
-        if (pos.squares[std::countr_zero(near)] == PieceCode(by, King))
-            return true;
-    }
+    if ((Masks.knight[square] & pos.kinds[Knight] & men) || (Masks.king[square] & pos.kinds[King] & men) ||
+        (Masks.pawnAttackers[by][square] & pos.kinds[Pawn] & men))
+        return true;
+    const uint64_t straight = (pos.kinds[Rook] | pos.kinds[Queen]) & men;
+    const uint64_t diagonal = (pos.kinds[Bishop] | pos.kinds[Queen]) & men;
     for (int d = 0; d < 8; ++d) {
-        if (RayHits(pos, square, d, men, occupied, (d & 1) ? Bishop : Rook))
-            return true;
-    }
-    // A pawn of `by` attacks from one rank behind, seen from its own side.
-    const int rank = RankOf(square) + (by == White ? -1 : 1);
-    if (rank < 0 || rank > 7)
-        return false;
-    for (int df = -1; df <= 1; df += 2) {
-        const int f = FileOf(square) + df;
-        if (f < 0 || f > 7)
-            continue;
-        const int sq = SquareOf(f, rank);
-        if (((men >> sq) & 1) && pos.squares[sq] == PieceCode(by, Pawn))
+        // The slider nearest on the ray attacks when no man stands before it.
+        const uint64_t sliders = (d & 1) ? diagonal : straight;
+        const uint64_t ray = Masks.ray[square][d];
+        if ((ray & sliders) != 0 && ((sliders >> FirstBlocker(ray & occupied, d)) & 1))
             return true;
     }
     return false;
@@ -304,13 +317,14 @@ int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
 void Normalise(Position& pos)
 {
     pos.occupied[0] = pos.occupied[1] = 0;
+    std::memset(pos.kinds, 0, sizeof pos.kinds);
     pos.kingSquare[0] = pos.kingSquare[1] = NoSquare;
     std::memset(pos.counts, 0, sizeof pos.counts);
     for (int sq = 0; sq < 64; ++sq) {
         const uint8_t code = pos.squares[sq];
         pos.squares[sq] = DrvEmpty;
         if (IsPiece(code))
-            PutPiece(pos, sq, code);
+            PlaceMan(pos, sq, code);
     }
     pos.side = pos.side == Black ? Black : White;
     pos.castling &= CastlingAllowed(pos);
@@ -487,22 +501,19 @@ bool InCheck(const Position& pos, Color color)
 
 void MakeMove(Position& pos, int from, int to, Kind promotion)
 {
-    uint8_t code = pos.squares[from];
+    const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
     const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
     if (diagonalPawnStep && !IsPiece(pos.squares[to]))
-        PutPiece(pos, SquareOf(FileOf(to), RankOf(from)), DrvEmpty);  // en passant
-    if (kind == King && (to - from == 2 || from - to == 2)) {
-        const int rookFrom = to > from ? from + 3 : from - 4;
-        const int rookTo = to > from ? from + 1 : from - 1;
-        PutPiece(pos, rookTo, pos.squares[rookFrom]);
-        PutPiece(pos, rookFrom, DrvEmpty);
+        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+    if (kind == King && (to - from == 2 || from - to == 2))
+        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+    MoveMan(pos, from, to);
+    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0)) {
+        RemoveMan(pos, to);
+        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
     }
-    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0))
-        code = PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen);
-    PutPiece(pos, from, DrvEmpty);
-    PutPiece(pos, to, code);
 
     pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
     pos.epFile = 0;
