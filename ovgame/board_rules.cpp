@@ -264,6 +264,40 @@ bool CanTake(const Position& pos, int sq, Color own)
     return ((pos.occupied[own] >> sq) & 1) == 0;
 }
 
+// The step target of a man of `own` on `from` at `place` among the steps of
+// `table` it may take, in step order; -1 when it has fewer.
+int StepAt(const Position& pos, const StepTable& table, int from, Color own, int place)
+{
+    for (int d = 0; d < 8; ++d) {
+        const int to = table.to[from][d];
+        if (to >= 0 && CanTake(pos, to, own) && place-- == 0)
+            return to;
+    }
+    return -1;
+}
+
+// The place of `to` among the steps of `table` from `from` that a man of
+// `own` may take, in step order; -1 when it is none of them.
+int StepPlace(const Position& pos, const StepTable& table, int from, int to, Color own)
+{
+    if (!CanTake(pos, to, own))
+        return -1;
+    int place = 0;
+    for (int d = 0; d < 8; ++d) {
+        const int sq = table.to[from][d];
+        if (sq == to)
+            return place;
+        place += int(sq >= 0 && CanTake(pos, sq, own));
+    }
+    return -1;
+}
+
+// Whether a king's move from `from` to `to` is a castling move.
+bool IsCastling(int from, int to)
+{
+    return to - from == 2 || from - to == 2;
+}
+
 // Whether `square` is attacked by one of `men` (men of `by` as `pos` has
 // them), with `occupied` the squares that hold men.
 bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
@@ -473,6 +507,12 @@ int TargetAt(const Position& pos, int from, int place)
     case Bishop: first = 1; step = 2; break;
     case Rook: step = 2; break;
     case Queen: break;
+    case Knight: return StepAt(pos, KnightTable, from, ColorOf(code), place);
+    case King:
+        // The castling targets follow the steps.
+        if (const int to = StepAt(pos, KingTable, from, ColorOf(code), place); to >= 0)
+            return to;
+        [[fallthrough]];
     default: {
         uint8_t targets[MaxTargets];
         return place < TargetsOf(pos, from, targets, place + 1) ? targets[place] : -1;
@@ -507,7 +547,7 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
     if (diagonalPawnStep && !IsPiece(pos.squares[to]))
         RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
-    if (kind == King && (to - from == 2 || from - to == 2))
+    if (kind == King && IsCastling(from, to))
         MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
     MoveMan(pos, from, to);
     if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0)) {
@@ -536,6 +576,11 @@ int TargetPlace(const Position& pos, int from, int to)
     case Bishop: return SliderPlace(pos, from, to, own, 1, 2);
     case Rook: return SliderPlace(pos, from, to, own, 0, 2);
     case Queen: return SliderPlace(pos, from, to, own, 0, 1);
+    case Knight: return StepPlace(pos, KnightTable, from, to, own);
+    case King:
+        if (!IsCastling(from, to))
+            return StepPlace(pos, KingTable, from, to, own);
+        [[fallthrough]];
     default: {
         uint8_t targets[MaxTargets];
         const int n = TargetsOf(pos, from, targets);
@@ -568,7 +613,7 @@ int LegalTargetPlace(const Position& pos, int from, int to)
     const Kind kind = KindOf(code);
     if (kind == King) {
         king = to;
-        if (to - from == 2 || from - to == 2) {
+        if (IsCastling(from, to)) {
             if (InCheck(pos, own) || IsAttacked(pos, (from + to) / 2, enemy))
                 return -1;
             const int rookFrom = to > from ? from + 3 : from - 4;
