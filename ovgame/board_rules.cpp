@@ -317,33 +317,76 @@ bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint
     return false;
 }
 
-int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
+// The targets a pawn may have, in their order: the step, the double step,
+// the capture towards the a-file and the one towards the h-file; -1 for a
+// square off the board or a double step not from the start rank.
+struct PawnTargetSet {
+    int squares[4];
+    unsigned open;  // bit i set when squares[i] is a target
+};
+
+PawnTargetSet PawnTargetsOf(const Position& pos, int from, Color own)
 {
-    int n = 0;
+    PawnTargetSet set{{-1, -1, -1, -1}, 0};
     const int dir = own == White ? 1 : -1;
     const int file = FileOf(from);
     const int rank = RankOf(from) + dir;
     if (rank < 0 || rank > 7)
-        return 0;
+        return set;
     const int ahead = SquareOf(file, rank);
+    set.squares[0] = ahead;
     if (!IsPiece(pos.squares[ahead])) {
-        targets[n++] = uint8_t(ahead);
-        const int startRank = own == White ? 1 : 6;
-        const int twoAhead = ahead + 8 * dir;
-        if (RankOf(from) == startRank && !IsPiece(pos.squares[twoAhead]))
-            targets[n++] = uint8_t(twoAhead);
+        set.open |= 1;
+        if (RankOf(from) == (own == White ? 1 : 6)) {
+            set.squares[1] = ahead + 8 * dir;
+            set.open |= unsigned(!IsPiece(pos.squares[ahead + 8 * dir])) << 1;
+        }
     }
     const int epRank = own == White ? 5 : 2;
-    for (int df = -1; df <= 1; df += 2) {
-        const int f = file + df;
+    for (int side = 0; side < 2; ++side) {
+        const int f = file + (side == 0 ? -1 : 1);
         if (f < 0 || f > 7)
             continue;
         const int sq = SquareOf(f, rank);
         const uint8_t code = pos.squares[sq];
+        set.squares[2 + side] = sq;
         if (IsPiece(code) ? ColorOf(code) != own : (pos.epFile == f + 1 && rank == epRank))
-            targets[n++] = uint8_t(sq);
+            set.open |= 4u << side;
+    }
+    return set;
+}
+
+int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    int n = 0;
+    for (int i = 0; i < 4; ++i) {
+        if ((set.open >> i) & 1)
+            targets[n++] = uint8_t(set.squares[i]);
     }
     return n;
+}
+
+int PawnAt(const Position& pos, int from, Color own, int place)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    for (int i = 0; i < 4; ++i) {
+        if (((set.open >> i) & 1) && place-- == 0)
+            return set.squares[i];
+    }
+    return -1;
+}
+
+int PawnPlace(const Position& pos, int from, int to, Color own)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    int place = 0;
+    for (int i = 0; i < 4; ++i) {
+        if (set.squares[i] == to)
+            return ((set.open >> i) & 1) ? place : -1;
+        place += int((set.open >> i) & 1);
+    }
+    return -1;
 }
 
 }  // namespace
@@ -507,6 +550,7 @@ int TargetAt(const Position& pos, int from, int place)
     case Bishop: first = 1; step = 2; break;
     case Rook: step = 2; break;
     case Queen: break;
+    case Pawn: return PawnAt(pos, from, ColorOf(code), place);
     case Knight: return StepAt(pos, KnightTable, from, ColorOf(code), place);
     case King:
         // The castling targets follow the steps.
@@ -576,6 +620,7 @@ int TargetPlace(const Position& pos, int from, int to)
     case Bishop: return SliderPlace(pos, from, to, own, 1, 2);
     case Rook: return SliderPlace(pos, from, to, own, 0, 2);
     case Queen: return SliderPlace(pos, from, to, own, 0, 1);
+    case Pawn: return PawnPlace(pos, from, to, own);
     case Knight: return StepPlace(pos, KnightTable, from, to, own);
     case King:
         if (!IsCastling(from, to))
