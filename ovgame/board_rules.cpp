@@ -308,7 +308,7 @@ bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint
     const uint64_t straight = (pos.kinds[Rook] | pos.kinds[Queen]) & men;
     const uint64_t diagonal = (pos.kinds[Bishop] | pos.kinds[Queen]) & men;
     for (int d = 0; d < 8; ++d) {
-        // The slider nearest on the ray attacks when no man stands before it.
+        // The first man on the ray attacks when it is one of these sliders.
         const uint64_t sliders = (d & 1) ? diagonal : straight;
         const uint64_t ray = Masks.ray[square][d];
         if ((ray & sliders) != 0 && ((sliders >> FirstBlocker(ray & occupied, d)) & 1))
@@ -558,6 +558,7 @@ int TargetAt(const Position& pos, int from, int place)
             return to;
         [[fallthrough]];
     default: {
+        // Castling, or an empty square with no targets.
         uint8_t targets[MaxTargets];
         return place < TargetsOf(pos, from, targets, place + 1) ? targets[place] : -1;
     }
@@ -627,6 +628,7 @@ int TargetPlace(const Position& pos, int from, int to)
             return StepPlace(pos, KingTable, from, to, own);
         [[fallthrough]];
     default: {
+        // Castling, or an empty square with no targets.
         uint8_t targets[MaxTargets];
         const int n = TargetsOf(pos, from, targets);
         int place = 0;
