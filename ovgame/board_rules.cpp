@@ -41,9 +41,10 @@ constexpr StepTable KnightTable = MakeStepTable(KnightSteps);
 constexpr StepTable KingTable = MakeStepTable(KingSteps);
 
 // For each square and direction of KingSteps, the squares along the ray,
-// ended by -1.
+// ended by -1, and their number.
 struct RayTable {
     int8_t squares[64][8][8];
+    int8_t length[64][8];
 };
 
 constexpr RayTable MakeRayTable()
@@ -57,6 +58,7 @@ constexpr RayTable MakeRayTable()
             for (; OnBoard(f, r); f += KingSteps[d].file, r += KingSteps[d].rank)
                 table.squares[sq][d][n++] = int8_t(SquareOf(f, r));
             table.squares[sq][d][n] = -1;
+            table.length[sq][d] = int8_t(n);
         }
     }
     return table;
@@ -64,18 +66,27 @@ constexpr RayTable MakeRayTable()
 
 constexpr RayTable Rays = MakeRayTable();
 
-// The same squares as sets: for each square the knight and king steps, and
-// the squares of each ray.
+// The same squares as sets: for each square the knight and king steps, the
+// squares of each ray, and per colour the squares a pawn attacks it from.
 struct MaskTable {
     uint64_t knight[64];
     uint64_t king[64];
     uint64_t ray[64][8];
+    uint64_t pawnAttackers[2][64];
 };
 
 constexpr MaskTable MakeMaskTable()
 {
     MaskTable table{};
     for (int sq = 0; sq < 64; ++sq) {
+        for (int c = 0; c < 2; ++c) {
+            // A pawn attacks from one rank behind, seen from its own side.
+            const int rank = RankOf(sq) + (c == White ? -1 : 1);
+            for (int file = FileOf(sq) - 1; file <= FileOf(sq) + 1; file += 2) {
+                if (OnBoard(file, rank))
+                    table.pawnAttackers[c][sq] |= uint64_t{1} << SquareOf(file, rank);
+            }
+        }
         for (int d = 0; d < 8; ++d) {
             if (KnightTable.to[sq][d] >= 0)
                 table.knight[sq] |= uint64_t{1} << KnightTable.to[sq][d];
@@ -125,15 +136,22 @@ int FirstBlocker(uint64_t blockers, int d)
     return RayAscends(d) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
 }
 
+// The steps from `from` to `to` along the line they share.
+int LineDistance(int from, int to)
+{
+    const int files = FileOf(from) > FileOf(to) ? FileOf(from) - FileOf(to) : FileOf(to) - FileOf(from);
+    const int ranks = RankOf(from) > RankOf(to) ? RankOf(from) - RankOf(to) : RankOf(to) - RankOf(from);
+    return files > ranks ? files : ranks;
+}
+
 // How many targets a slider of `own` on `from` has in direction `d`.
 int RayReach(const Position& pos, int from, int d, Color own)
 {
-    const uint64_t ray = Masks.ray[from][d];
-    const uint64_t blockers = ray & (pos.occupied[0] | pos.occupied[1]);
+    const uint64_t blockers = Masks.ray[from][d] & (pos.occupied[0] | pos.occupied[1]);
     if (blockers == 0)
-        return CountBits(ray);
+        return Rays.length[from][d];
     const int first = FirstBlocker(blockers, d);
-    return CountBits(ray & ~Masks.ray[first][d]) - int((pos.occupied[own] >> first) & 1);
+    return LineDistance(from, first) - int((pos.occupied[own] >> first) & 1);
 }
 
 // The place of `to` among the targets of a slider on `from` that moves along
@@ -143,7 +161,7 @@ int SliderPlace(const Position& pos, int from, int to, Color own, int first, int
     const int direction = Directions.to[from][to];
     if (direction < 0 || (direction - first) % step != 0)
         return -1;
-    const int along = CountBits(Masks.ray[from][direction] & ~Masks.ray[to][direction]) - 1;
+    const int along = LineDistance(from, to) - 1;
     if (along >= RayReach(pos, from, direction, own))
         return -1;
     int place = along;
@@ -179,22 +197,50 @@ constexpr CastlingLossTable MakeCastlingLossTable()
 
 constexpr CastlingLossTable CastlingLost = MakeCastlingLossTable();
 
-void PutPiece(Position& pos, int square, uint8_t code)
+// The kind of a code known to be a man.
+constexpr Kind ManKind(uint8_t code) { return Kind(code & 7); }
+
+// Puts `code`, a man, on the empty `square`.
+void PlaceMan(Position& pos, int square, uint8_t code)
 {
-    const uint8_t old = pos.squares[square];
-    if (IsPiece(old)) {
-        pos.occupied[ColorOf(old)] &= ~(uint64_t{1} << square);
-        if (KindOf(old) != King)
-            --pos.counts[ColorOf(old) * 5 + KindOf(old)];
-    }
+    const uint64_t bit = uint64_t{1} << square;
     pos.squares[square] = code;
-    if (IsPiece(code)) {
-        pos.occupied[ColorOf(code)] |= uint64_t{1} << square;
-        if (KindOf(code) == King)
-            pos.kingSquare[ColorOf(code)] = uint8_t(square);
-        else
-            ++pos.counts[ColorOf(code) * 5 + KindOf(code)];
-    }
+    pos.occupied[ColorOf(code)] |= bit;
+    pos.kinds[ManKind(code)] |= bit;
+    if (ManKind(code) == King)
+        pos.kingSquare[ColorOf(code)] = uint8_t(square);
+    else
+        ++pos.counts[ColorOf(code) * 5 + ManKind(code)];
+}
+
+// Takes the man on `square` off, if there is one.
+void RemoveMan(Position& pos, int square)
+{
+    const uint8_t code = pos.squares[square];
+    if (!IsPiece(code))
+        return;
+    const uint64_t bit = uint64_t{1} << square;
+    pos.squares[square] = DrvEmpty;
+    pos.occupied[ColorOf(code)] &= ~bit;
+    pos.kinds[ManKind(code)] &= ~bit;
+    if (ManKind(code) != King)
+        --pos.counts[ColorOf(code) * 5 + ManKind(code)];
+}
+
+// Moves the man on `from`, if there is one, to `to`, taking what stands there.
+void MoveMan(Position& pos, int from, int to)
+{
+    const uint8_t code = pos.squares[from];
+    if (!IsPiece(code))
+        return;
+    RemoveMan(pos, to);
+    const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
+    pos.squares[to] = code;
+    pos.squares[from] = DrvEmpty;
+    pos.occupied[ColorOf(code)] ^= bits;
+    pos.kinds[ManKind(code)] ^= bits;
+    if (ManKind(code) == King)
+        pos.kingSquare[ColorOf(code)] = uint8_t(to);
 }
 
 int AddRay(const Position& pos, int from, int direction, Color own, uint8_t* targets, int n)
@@ -218,76 +264,129 @@ bool CanTake(const Position& pos, int sq, Color own)
     return ((pos.occupied[own] >> sq) & 1) == 0;
 }
 
-// Whether the first man along the ray, among `occupied`, is one of `men` and
-// a `slider` or queen.
-bool RayHits(const Position& pos, int square, int direction, uint64_t men, uint64_t occupied, Kind slider)
+// The step target of a man of `own` on `from` at `place` among the steps of
+// `table` it may take, in step order; -1 when it has fewer.
+int StepAt(const Position& pos, const StepTable& table, int from, Color own, int place)
 {
-    const uint64_t blockers = Masks.ray[square][direction] & occupied;
-    if ((blockers & men) == 0)
-        return false;
-    const int first = FirstBlocker(blockers, direction);
-    const Kind kind = KindOf(pos.squares[first]);
-    return ((men >> first) & 1) && (kind == slider || kind == Queen);
+    for (int d = 0; d < 8; ++d) {
+        const int to = table.to[from][d];
+        if (to >= 0 && CanTake(pos, to, own) && place-- == 0)
+            return to;
+    }
+    return -1;
 }
 
-// Whether `square` is attacked by one of `men` (men of `by` whose codes stand
-// in `pos`), with `occupied` the squares that hold men.
+// The place of `to` among the steps of `table` from `from` that a man of
+// `own` may take, in step order; -1 when it is none of them.
+int StepPlace(const Position& pos, const StepTable& table, int from, int to, Color own)
+{
+    if (!CanTake(pos, to, own))
+        return -1;
+    int place = 0;
+    for (int d = 0; d < 8; ++d) {
+        const int sq = table.to[from][d];
+        if (sq == to)
+            return place;
+        place += int(sq >= 0 && CanTake(pos, sq, own));
+    }
+    return -1;
+}
+
+// Whether a king's move from `from` to `to` is a castling move.
+bool IsCastling(int from, int to)
+{
+    return to - from == 2 || from - to == 2;
+}
+
+// Whether `square` is attacked by one of `men` (men of `by` as `pos` has
+// them), with `occupied` the squares that hold men.
 bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
 {
-    for (uint64_t near = Masks.knight[square] & men; near != 0; near &= near - 1) {
-        if (pos.squares[std::countr_zero(near)] == PieceCode(by, Knight))
-            return true;
-    }
-    for (uint64_t near = Masks.king[square] & men; near != 0; near &= near - 1) {
-        if (pos.squares[std::countr_zero(near)] == PieceCode(by, King))
-            return true;
-    }
+    if ((Masks.knight[square] & pos.kinds[Knight] & men) || (Masks.king[square] & pos.kinds[King] & men) ||
+        (Masks.pawnAttackers[by][square] & pos.kinds[Pawn] & men))
+        return true;
+    const uint64_t straight = (pos.kinds[Rook] | pos.kinds[Queen]) & men;
+    const uint64_t diagonal = (pos.kinds[Bishop] | pos.kinds[Queen]) & men;
     for (int d = 0; d < 8; ++d) {
-        if (RayHits(pos, square, d, men, occupied, (d & 1) ? Bishop : Rook))
-            return true;
-    }
-    // A pawn of `by` attacks from one rank behind, seen from its own side.
-    const int rank = RankOf(square) + (by == White ? -1 : 1);
-    if (rank < 0 || rank > 7)
-        return false;
-    for (int df = -1; df <= 1; df += 2) {
-        const int f = FileOf(square) + df;
-        if (f < 0 || f > 7)
-            continue;
-        const int sq = SquareOf(f, rank);
-        if (((men >> sq) & 1) && pos.squares[sq] == PieceCode(by, Pawn))
+        // The first man on the ray attacks when it is one of these sliders.
+        const uint64_t sliders = (d & 1) ? diagonal : straight;
+        const uint64_t ray = Masks.ray[square][d];
+        if ((ray & sliders) != 0 && ((sliders >> FirstBlocker(ray & occupied, d)) & 1))
             return true;
     }
     return false;
 }
 
-int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
+// The targets a pawn may have, in their order: the step, the double step,
+// the capture towards the a-file and the one towards the h-file; -1 for a
+// square off the board or a double step not from the start rank.
+struct PawnTargetSet {
+    int squares[4];
+    unsigned open;  // bit i set when squares[i] is a target
+};
+
+PawnTargetSet PawnTargetsOf(const Position& pos, int from, Color own)
 {
-    int n = 0;
+    PawnTargetSet set{{-1, -1, -1, -1}, 0};
     const int dir = own == White ? 1 : -1;
     const int file = FileOf(from);
     const int rank = RankOf(from) + dir;
     if (rank < 0 || rank > 7)
-        return 0;
+        return set;
     const int ahead = SquareOf(file, rank);
+    set.squares[0] = ahead;
     if (!IsPiece(pos.squares[ahead])) {
-        targets[n++] = uint8_t(ahead);
-        const int startRank = own == White ? 1 : 6;
-        const int twoAhead = ahead + 8 * dir;
-        if (RankOf(from) == startRank && !IsPiece(pos.squares[twoAhead]))
-            targets[n++] = uint8_t(twoAhead);
+        set.open |= 1;
+        if (RankOf(from) == (own == White ? 1 : 6)) {
+            set.squares[1] = ahead + 8 * dir;
+            set.open |= unsigned(!IsPiece(pos.squares[ahead + 8 * dir])) << 1;
+        }
     }
     const int epRank = own == White ? 5 : 2;
-    for (int df = -1; df <= 1; df += 2) {
-        const int f = file + df;
+    for (int side = 0; side < 2; ++side) {
+        const int f = file + (side == 0 ? -1 : 1);
         if (f < 0 || f > 7)
             continue;
         const int sq = SquareOf(f, rank);
         const uint8_t code = pos.squares[sq];
+        set.squares[2 + side] = sq;
         if (IsPiece(code) ? ColorOf(code) != own : (pos.epFile == f + 1 && rank == epRank))
-            targets[n++] = uint8_t(sq);
+            set.open |= 4u << side;
+    }
+    return set;
+}
+
+int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    int n = 0;
+    for (int i = 0; i < 4; ++i) {
+        if ((set.open >> i) & 1)
+            targets[n++] = uint8_t(set.squares[i]);
     }
     return n;
+}
+
+int PawnAt(const Position& pos, int from, Color own, int place)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    for (int i = 0; i < 4; ++i) {
+        if (((set.open >> i) & 1) && place-- == 0)
+            return set.squares[i];
+    }
+    return -1;
+}
+
+int PawnPlace(const Position& pos, int from, int to, Color own)
+{
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    int place = 0;
+    for (int i = 0; i < 4; ++i) {
+        if (set.squares[i] == to)
+            return ((set.open >> i) & 1) ? place : -1;
+        place += int((set.open >> i) & 1);
+    }
+    return -1;
 }
 
 }  // namespace
@@ -295,13 +394,14 @@ int PawnTargets(const Position& pos, int from, Color own, uint8_t* targets)
 void Normalise(Position& pos)
 {
     pos.occupied[0] = pos.occupied[1] = 0;
+    std::memset(pos.kinds, 0, sizeof pos.kinds);
     pos.kingSquare[0] = pos.kingSquare[1] = NoSquare;
     std::memset(pos.counts, 0, sizeof pos.counts);
     for (int sq = 0; sq < 64; ++sq) {
         const uint8_t code = pos.squares[sq];
         pos.squares[sq] = DrvEmpty;
         if (IsPiece(code))
-            PutPiece(pos, sq, code);
+            PlaceMan(pos, sq, code);
     }
     pos.side = pos.side == Black ? Black : White;
     pos.castling &= CastlingAllowed(pos);
@@ -450,7 +550,15 @@ int TargetAt(const Position& pos, int from, int place)
     case Bishop: first = 1; step = 2; break;
     case Rook: step = 2; break;
     case Queen: break;
+    case Pawn: return PawnAt(pos, from, ColorOf(code), place);
+    case Knight: return StepAt(pos, KnightTable, from, ColorOf(code), place);
+    case King:
+        // The castling targets follow the steps.
+        if (const int to = StepAt(pos, KingTable, from, ColorOf(code), place); to >= 0)
+            return to;
+        [[fallthrough]];
     default: {
+        // Castling, or an empty square with no targets.
         uint8_t targets[MaxTargets];
         return place < TargetsOf(pos, from, targets, place + 1) ? targets[place] : -1;
     }
@@ -478,22 +586,19 @@ bool InCheck(const Position& pos, Color color)
 
 void MakeMove(Position& pos, int from, int to, Kind promotion)
 {
-    uint8_t code = pos.squares[from];
+    const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
     const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
     if (diagonalPawnStep && !IsPiece(pos.squares[to]))
-        PutPiece(pos, SquareOf(FileOf(to), RankOf(from)), DrvEmpty);  // en passant
-    if (kind == King && (to - from == 2 || from - to == 2)) {
-        const int rookFrom = to > from ? from + 3 : from - 4;
-        const int rookTo = to > from ? from + 1 : from - 1;
-        PutPiece(pos, rookTo, pos.squares[rookFrom]);
-        PutPiece(pos, rookFrom, DrvEmpty);
+        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+    if (kind == King && IsCastling(from, to))
+        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+    MoveMan(pos, from, to);
+    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0)) {
+        RemoveMan(pos, to);
+        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
     }
-    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0))
-        code = PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen);
-    PutPiece(pos, from, DrvEmpty);
-    PutPiece(pos, to, code);
 
     pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
     pos.epFile = 0;
@@ -516,7 +621,14 @@ int TargetPlace(const Position& pos, int from, int to)
     case Bishop: return SliderPlace(pos, from, to, own, 1, 2);
     case Rook: return SliderPlace(pos, from, to, own, 0, 2);
     case Queen: return SliderPlace(pos, from, to, own, 0, 1);
+    case Pawn: return PawnPlace(pos, from, to, own);
+    case Knight: return StepPlace(pos, KnightTable, from, to, own);
+    case King:
+        if (!IsCastling(from, to))
+            return StepPlace(pos, KingTable, from, to, own);
+        [[fallthrough]];
     default: {
+        // Castling, or an empty square with no targets.
         uint8_t targets[MaxTargets];
         const int n = TargetsOf(pos, from, targets);
         int place = 0;
@@ -548,7 +660,7 @@ int LegalTargetPlace(const Position& pos, int from, int to)
     const Kind kind = KindOf(code);
     if (kind == King) {
         king = to;
-        if (to - from == 2 || from - to == 2) {
+        if (IsCastling(from, to)) {
             if (InCheck(pos, own) || IsAttacked(pos, (from + to) / 2, enemy))
                 return -1;
             const int rookFrom = to > from ? from + 3 : from - 4;

@@ -30,7 +30,8 @@ constexpr int CountedKinds = 10;
 
 // A position: squares with driver codes, side to move, castling flags
 // (DrvCastle*), en passant file 1 to 8 (0 none), ply of the next move, and
-// the occupancy, king squares and men counts kept in step with the squares.
+// the occupancy per colour and per kind (both colours), king squares and men
+// counts kept in step with the squares.
 struct Position {
     uint8_t squares[64];
     uint8_t side;
@@ -40,6 +41,7 @@ struct Position {
     uint8_t counts[CountedKinds];
     int32_t ply;
     uint64_t occupied[2];
+    uint64_t kinds[King + 1];
 };
 
 // The number of set bits.

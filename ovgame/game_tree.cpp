@@ -152,10 +152,9 @@ int32_t Walk(GameBuffer& game, int32_t count)
         if (next == 0)
             break;
         const Node& node = game.nodes[next];
-        Position pos = game.positions.back();
-        MakeMove(pos, node.from, node.to, Kind(node.promotion));
+        game.positions.push_back(game.positions.back());
+        MakeMove(game.positions.back(), node.from, node.to, Kind(node.promotion));
         game.path.push_back(next);
-        game.positions.push_back(pos);
     }
     for (; count < 0 && game.path.size() > 1; ++count, ++moved) {
         game.path.pop_back();
