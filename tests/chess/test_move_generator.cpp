@@ -17,8 +17,6 @@ namespace {
 
 using List = std::vector<int>;
 
-constexpr uint32_t Move(int from, int to, uint32_t promotion = 0) { return uint32_t(from | to << 8) | promotion << 14; }
-
 List Destinations(sPosition position, int from)
 {
     int32_t list[MaxDestinations];
