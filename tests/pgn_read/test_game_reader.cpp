@@ -89,7 +89,8 @@ TEST(PgnGameReader, SettlesTheResultBetweenTagAndToken)
          {"OrvanDll: bad or missing game result \"won\".", "OrvanDll: Game result set to *.\n"}},
         {"1-0", "*", "1-0",
          {"OrvanDll: conflicting game result: \"1-0\" versus *.", "OrvanDll: Game result set to 1-0.\n"}},
-        {"*", "1-0", "1-0", {"OrvanDll: conflicting game result: \"*\" versus 1-0.", "OrvanDll: Game result set to 1-0.\n"}},
+        {"*", "1-0", "1-0",
+         {"OrvanDll: conflicting game result: \"*\" versus 1-0.", "OrvanDll: Game result set to 1-0.\n"}},
     };
     for (const auto& c : cases) {
         const std::string text = "[White \"w\"]\n" + (c.tag ? "[Result \"" + std::string(c.tag) + "\"]\n" : "") +
