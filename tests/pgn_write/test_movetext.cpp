@@ -67,7 +67,11 @@ TEST(Movetext, SetUpPositionsPromotionAndCheckSigns)
 TEST(Movetext, LineBreaksAtTheWidth)
 {
     const std::string x75(75, 'x'), x56(56, 'x'), x80(80, 'x');
-    const struct { std::initializer_list<std::string_view> tree; uint32_t entry; std::string comment, text; } cases[] = {
+    const struct {
+        std::initializer_list<std::string_view> tree;
+        uint32_t entry;
+        std::string comment, text;
+    } cases[] = {
         // a word reaching character 76 stays; the brace goes to the next line
         {{"e2e4E"}, 0, x75, "{" + x75 + "\n} 1. e4 *"},
         // a long word stands alone on an overlong line
