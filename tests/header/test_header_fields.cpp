@@ -48,11 +48,7 @@ protected:
 
 TEST_F(HeaderFields, NumbersTimesAndDatesHaveTextOnlyInTheirRange)
 {
-    const struct {
-        std::function<void(OvGameBuffer)> set;
-        int32_t field;
-        Delivered delivered;
-    } cases[] = {
+    const struct { std::function<void(OvGameBuffer)> set; int32_t field; Delivered delivered; } cases[] = {
         {[](OvGameBuffer g) { IGGamePutElo(g, 1, -5); }, HdrBlackElo, {0, ""}},
         {[](OvGameBuffer g) { IGGamePutTime(g, 1, 5999); }, HdrBlackTime, {1, "99:59"}},
         {[](OvGameBuffer g) { IGGamePutTime(g, 1, 6000); }, HdrBlackTime, {0, ""}},
@@ -76,12 +72,8 @@ TEST_F(HeaderFields, NumbersTimesAndDatesHaveTextOnlyInTheirRange)
 
 TEST_F(HeaderFields, ResultAndStatusAsTextAndNumber)
 {
-    const struct {
-        int32_t driver;
-        const char* symbol;
-        const char* shortText;
-        int32_t pgnOrder;
-    } cases[] = {{1, "1-0", "1-0", 1}, {2, "\xBD-\xBD", "1/2", 3}, {3, "0-1", "0-1", 2}, {0, "", "*", 0}};
+    const struct { int32_t driver; const char *symbol, *shortText; int32_t pgnOrder; } cases[] = {
+        {1, "1-0", "1-0", 1}, {2, "\xBD-\xBD", "1/2", 3}, {3, "0-1", "0-1", 2}, {0, "", "*", 0}};
     for (const auto& c : cases) {
         IGGamePutResult(g, c.driver, 0);
         EXPECT_EQ(Get(HdrResult), (Delivered{1, c.symbol}));
@@ -89,23 +81,17 @@ TEST_F(HeaderFields, ResultAndStatusAsTextAndNumber)
         EXPECT_EQ(Number(HdrResult), c.pgnOrder);
     }
     EXPECT_EQ(Get(HdrStatus), (Delivered{1, ""}));
-    IGGamePutStatus(g, OvgStatusSetUp, 1);
-    IGGamePutStatus(g, OvgStatusVariations, 1);
-    IGGamePutStatus(g, 7, 1);  // not shown
-    IGGamePutStatus(g, OvgStatusDeleted, 1);
-    IGGamePutStatus(g, OvgStatusAnnotated, 1);
+    for (int32_t status : {int32_t{OvgStatusSetUp}, int32_t{OvgStatusVariations}, 7 /* not shown */,
+                           int32_t{OvgStatusDeleted}, int32_t{OvgStatusAnnotated}})
+        IGGamePutStatus(g, status, 1);
     EXPECT_EQ(Get(HdrStatus).second, "ADPV");
     EXPECT_EQ(Number(HdrStatus), 15);
 }
 
 TEST_F(HeaderFields, PlayerDescriptionsHoldThePresentItems)
 {
-    const struct {
-        const char* country;
-        int32_t elo;
-        const char* title;
-        const char* description;
-    } cases[] = {{"ARG", 0, "GM", "White (ARG, GM)"}, {"", -1, "", "White"}};
+    const struct { const char* country; int32_t elo; const char *title, *description; } cases[] = {
+        {"ARG", 0, "GM", "White (ARG, GM)"}, {"", -1, "", "White"}};
     IGGamePutPlayer(g, 0, "White");
     IGGamePutPlayer(g, 1, "Black");
     for (const auto& c : cases) {
@@ -123,7 +109,7 @@ TEST_F(HeaderFields, PlayerDescriptionsHoldThePresentItems)
     EXPECT_EQ(Get(HdrPlayersFull, 12), (Delivered{1, "White (ARG,"}));
 }
 
-TEST_F(HeaderFields, UnknownCodesAndFieldsWithoutANumberGiveNothing)
+TEST_F(HeaderFields, UnknownCodesAndFieldsWithoutANumberGiveNothingOthersTheirNumber)
 {
     IGGamePutPlayer(g, 0, "White");
     int32_t value = 77;
@@ -135,13 +121,10 @@ TEST_F(HeaderFields, UnknownCodesAndFieldsWithoutANumberGiveNothing)
     for (int32_t field : {HdrWhiteTime, HdrMoves, HdrPlayers})
         EXPECT_EQ(OvGetHeaderInfoInt(g, field, &value), 0) << field;
     EXPECT_EQ(value, 77);
-}
 
-TEST_F(HeaderFields, NumbersComeAsStored)
-{
+    // Numbers come as stored; fields wider than their bits are cut to them.
     IGGamePutElo(g, 0, -5);
     EXPECT_EQ(Number(HdrWhiteElo), -5);
-    // Fields wider than their bits are cut to them.
     const int32_t date[3] = {0x12345, 0x1FF, 0x1FF};
     IGGamePutDate(g, date);
     EXPECT_EQ(Number(HdrDate), 0x234500FF);
