@@ -29,7 +29,6 @@ std::string ReadFile(const std::string& path)
 struct Progress {
     std::vector<uint32_t> counts;
     uint32_t stopAt = 0;
-
     static int32_t Call(uint32_t gamesWritten, intptr_t self)
     {
         auto& progress = *reinterpret_cast<Progress*>(self);
@@ -41,13 +40,11 @@ struct Progress {
 // Names the games of `numbers`, then 0.
 struct Series {
     std::vector<int32_t> numbers;
-    int32_t calls = 0;
-
+    size_t calls = 0;
     static int32_t Next(intptr_t self)
     {
         auto& series = *reinterpret_cast<Series*>(self);
-        const size_t at = static_cast<size_t>(series.calls++);
-        return at < series.numbers.size() ? series.numbers[at] : 0;
+        return series.calls < series.numbers.size() ? series.numbers[series.calls++] : 0;
     }
 };
 
@@ -71,9 +68,7 @@ protected:
         return OvExportGames(path, file, Series::Next, flags, reinterpret_cast<intptr_t>(&series));
     }
 
-    ScratchPath gamefile{"drivers.ovg"};
-    ScratchPath pgn{"drivers.pgn"};
-    ScratchPath exported{"export.pgn"};
+    ScratchPath gamefile{"drivers.ovg"}, pgn{"drivers.pgn"}, exported{"export.pgn"};
     OvGameFile file = 0;
 };
 
