@@ -24,7 +24,8 @@ inline bool VisitCorpusGames(const CorpusGameVisitor& visit)
     const PgnGameCallback call = [](PgnGame* game, int32_t, int32_t, intptr_t visitor) -> int32_t {
         return (*reinterpret_cast<const CorpusGameVisitor*>(visitor))(*game) ? 1 : 0;
     };
-    PgnReadGames(PgnSource{file.get(), nullptr, 0}, storage.Game(), 0, nullptr, call, reinterpret_cast<intptr_t>(&visit));
+    const PgnSource source{file.get(), nullptr, 0};
+    PgnReadGames(source, storage.Game(), 0, nullptr, call, reinterpret_cast<intptr_t>(&visit));
     return true;
 }
 
