@@ -53,7 +53,11 @@ std::string RunOnSmallTmpfs(const std::string& directory, const std::string& ans
     return std::string(std::istreambuf_iterator<char>(answered), {});
 }
 
-int32_t CountStored(uint32_t gamesWritten, intptr_t user) { return *reinterpret_cast<uint32_t*>(user) = gamesWritten, 1; }
+int32_t CountStored(uint32_t gamesWritten, intptr_t user)
+{
+    *reinterpret_cast<uint32_t*>(user) = gamesWritten;
+    return 1;
+}
 
 // The game file at `path` holds exactly games 1 .. `count`, in order; empty
 // when it does, else what differs.
