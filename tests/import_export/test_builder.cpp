@@ -138,8 +138,9 @@ TEST_F(Builder, HeaderStatusAndRootComment)
     const int32_t* date = IGGameGetDate(g, nullptr);
     EXPECT_EQ(std::string(IGGameGetPlace(g, nullptr)) + "|" + IGGameGetPlayer(g, 0, nullptr), "Club|M\x81ller");
     EXPECT_EQ((std::vector<int32_t>{IGGameGetElo(g, 0), IGGameGetElo(g, 1), IGGameGetRound(g), IGGameGetTime(g, 0),
-                                    date[0], date[1], date[2], IGGameGetResult(g, 0), IGGameGetStatus(g, OvgStatusAnnotated),
-                                    IGGameGetStatus(g, OvgStatusVariations), IGGameGetStatus(g, OvgStatusSetUp)}),
+                                    date[0], date[1], date[2], IGGameGetResult(g, 0),
+                                    IGGameGetStatus(g, OvgStatusAnnotated), IGGameGetStatus(g, OvgStatusVariations),
+                                    IGGameGetStatus(g, OvgStatusSetUp)}),
               (std::vector<int32_t>{2400, 0, 3, 90, 1998, 8, 0, 0, 1, 1, 0}));
     EXPECT_EQ(CommentLines(IGGameGetFirstMove(g)), std::vector<std::string>{"Before"});
 }
