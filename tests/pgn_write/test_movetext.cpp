@@ -10,13 +10,15 @@
 
 namespace {
 
-TEST(Movetext, NumbersVariationsAndAnnotations)
+TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
 {
+    const std::string x75(75, 'x'), x56(56, 'x'), x80(80, 'x');
     const struct {
         std::initializer_list<std::string_view> tree;
-        std::vector<std::pair<uint32_t, const char*>> comments;
+        std::vector<std::pair<uint32_t, std::string>> comments;
         std::vector<std::pair<uint32_t, uint16_t>> nags;
-        const char *result, *text;
+        const char* result;
+        std::string text;
     } cases[] = {
         // numbers follow comments and variations, not glyphs
         {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}, {5, "text"}}, {{5, 1}},
@@ -34,6 +36,16 @@ TEST(Movetext, NumbersVariationsAndAnnotations)
          "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *"},
         {{"f2f3", "e7e5", "g2g4", "d8h4E"}, {}, {}, "0-1", "1. f3 e5 2. g4 Qh4# 0-1"},
         {{}, {{0, "Only a comment"}}, {{0, 10}}, "1-0", "$10 {Only a comment} 1-0"},
+        // a word reaching character 76 stays; the brace goes to the next line
+        {{"e2e4E"}, {{0, x75}}, {}, "*", "{" + x75 + "\n} 1. e4 *"},
+        // a long word stands alone on an overlong line
+        {{"e2e4E"}, {{0, "short " + x80 + " tail"}}, {}, "*", "{short\n" + x80 + "\ntail} 1. e4 *"},
+        // runs of blanks collapse, a comment of blanks is empty braces
+        {{"e2e4E"}, {{1, "  a   b "}}, {}, "*", "1. e4 {a b} *"},
+        {{"e2e4E"}, {{1, "   "}}, {}, "*", "1. e4 {} *"},
+        // a variation ending in a comment: the bracket sticks to the brace
+        // unless it would reach character 77
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, x56}}, {}, "*", "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
     };
     for (const auto& c : cases) {
         TestGame game;
@@ -62,31 +74,6 @@ TEST(Movetext, SetUpPositionsPromotionAndCheckSigns)
     // the first move's own annotations are not repeated in front of it.
     black.Comment(1, "Only").Nags(1, 3);
     EXPECT_EQ(black.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
-}
-
-TEST(Movetext, LineBreaksAtTheWidth)
-{
-    const std::string x75(75, 'x'), x56(56, 'x'), x80(80, 'x');
-    const struct {
-        std::initializer_list<std::string_view> tree;
-        uint32_t entry;
-        std::string comment, text;
-    } cases[] = {
-        // a word reaching character 76 stays; the brace goes to the next line
-        {{"e2e4E"}, 0, x75, "{" + x75 + "\n} 1. e4 *"},
-        // a long word stands alone on an overlong line
-        {{"e2e4E"}, 0, "short " + x80 + " tail", "{short\n" + x80 + "\ntail} 1. e4 *"},
-        // runs of blanks collapse, a comment of blanks is empty braces
-        {{"e2e4E"}, 1, "  a   b ", "1. e4 {a b} *"}, {{"e2e4E"}, 1, "   ", "1. e4 {} *"},
-        // a variation ending in a comment: the bracket sticks to the brace
-        // unless it would reach character 77
-        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, 4, x56, "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
-    };
-    for (const auto& c : cases) {
-        TestGame game;
-        game.Tree(c.tree).Comment(c.entry, c.comment).Tag(TagResult, "*");
-        EXPECT_EQ(game.Movetext(), c.text);
-    }
 }
 
 TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
