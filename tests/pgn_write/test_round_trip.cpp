@@ -19,7 +19,7 @@
 namespace {
 
 // A tag value in the form the writer gives it. SetUp and FEN are left out:
-// the start position stands in the record itself.
+// the start position stands in the record itself. (The corpus has no time tags.)
 std::string WrittenTagForm(const PgnGame& game, int32_t tag)
 {
     std::string value = game.tags[tag - 1];
@@ -32,15 +32,6 @@ std::string WrittenTagForm(const PgnGame& game, int32_t tag)
         char date[DateTagSize];
         FormatDateTag(date, year, month, day);
         return date;
-    }
-    case TagWhiteTime: case TagBlackTime: {
-        int32_t hours, minutes, seconds;
-        ParseTimeText(value, hours, minutes, seconds);
-        if (int64_t{hours} + minutes + seconds <= 0)
-            return "";
-        char time[TimeTagSize];
-        FormatTimeTag(time, hours, minutes, seconds);
-        return time;
     }
     case TagSetUp: case TagFen:
         return "";
