@@ -327,8 +327,7 @@ TEST_F(BadInput, FullDiskEndsTheImportWithWholeGamesStored)
     const int32_t count = OvGetGamesCount(file);
     EXPECT_GT(count, 0);
     EXPECT_LT(count, 3000) << "the limit was not reached; raise the game count";
-    for (int32_t number = 1; number <= count; ++number)
-        ASSERT_EQ(CompareWithGenerated(file, number, number), "");
+    EXPECT_EQ(CompareWithGenerated(file, count), "");
     OvCloseGamefile(file);
 }
 
