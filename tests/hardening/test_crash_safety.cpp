@@ -38,24 +38,6 @@ protected:
     std::string ChunkPath(int32_t bulk) const { return scratch_.File("chunk" + std::to_string(bulk) + ".pgn"); }
     std::string GameFilePath() const { return scratch_.File("games.ovg"); }
 
-    // The child: imports the chunks, one bulk operation each, and reports
-    // each finished one with a byte on `report`.
-    [[noreturn]] void ImportChunks(int report, int32_t killAt)
-    {
-        progressCalls = 0;
-        killAtCall = killAt;
-        const OvGameFile file = OvOpenGamefile(GameFilePath().c_str());
-        for (int32_t bulk = 0; bulk < BulkCount && file != 0; ++bulk) {
-            OvStartBulkOperation(file, OV_BULK_WRITE);
-            OvPgnImport(ChunkPath(bulk).c_str(), file, 0, nullptr, KillingProgress, 0);
-            OvEndBulkOperation(file);
-            const char done = 1;
-            if (write(report, &done, 1) != 1)
-                _exit(3);
-        }
-        _exit(file != 0 ? 0 : 2);
-    }
-
     // Runs one child to its end, or to its kill: at progress call `killAt`
     // (0: none), or after `delay` from the parent. Returns the number of
     // bulk operations the child reported finished.
@@ -69,8 +51,21 @@ protected:
         EXPECT_EQ(pipe(pipeEnds), 0);
         const pid_t child = fork();
         if (child == 0) {
+            // Imports the chunks, one bulk operation each, and reports each
+            // finished one with a byte on the pipe.
             close(pipeEnds[0]);
-            ImportChunks(pipeEnds[1], killAt);
+            progressCalls = 0;
+            killAtCall = killAt;
+            const OvGameFile file = OvOpenGamefile(GameFilePath().c_str());
+            const char done = 1;
+            for (int32_t bulk = 0; bulk < BulkCount && file != 0; ++bulk) {
+                OvStartBulkOperation(file, OV_BULK_WRITE);
+                OvPgnImport(ChunkPath(bulk).c_str(), file, 0, nullptr, KillingProgress, 0);
+                OvEndBulkOperation(file);
+                if (write(pipeEnds[1], &done, 1) != 1)
+                    _exit(3);
+            }
+            _exit(file != 0 ? 0 : 2);
         }
         close(pipeEnds[1]);
         if (delay.count() > 0) {
