@@ -66,12 +66,9 @@ std::string HoldsFirstGames(const std::string& path, int32_t count)
     const OvGameFile file = OvOpenGamefile(path.c_str());
     if (file == 0)
         return "the game file does not reopen";
-    std::string fault;
     const int32_t stored = OvGetGamesCount(file);
-    if (stored != count)
-        fault = "the game file holds " + std::to_string(stored) + " games, expected " + std::to_string(count);
-    if (fault.empty())
-        fault = CompareWithGenerated(file, stored);
+    const std::string fault = stored != count ? "the game file holds " + std::to_string(stored) + " games"
+                                              : CompareWithGenerated(file, stored);
     OvCloseGamefile(file);
     return fault;
 }
