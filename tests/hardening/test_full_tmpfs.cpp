@@ -73,29 +73,19 @@ std::string HoldsFirstGames(const std::string& path, int32_t count)
     return fault;
 }
 
-class FullTmpfs : public ::testing::Test {
-protected:
-    FullTmpfs() : scratch_("orvan-full-tmpfs")
-    {
-        for (int32_t bulk = 0; bulk < BulkCount; ++bulk)
-            WriteGeneratedGames(ChunkPath(bulk), bulk * BulkSize + 1, BulkSize);
-        std::filesystem::create_directory(Mount());
-    }
-
-    std::string ChunkPath(int32_t bulk) const { return scratch_.File("chunk" + std::to_string(bulk) + ".pgn"); }
-    std::string Mount() const { return scratch_.File("mount"); }
-
-    ScratchDirectory scratch_;
-    BoxCapture boxes_;
-};
-
-TEST_F(FullTmpfs, ImportsStopAtTheFullDiskAndKeepEveryFinishedBulkOperation)
+TEST(FullTmpfs, ImportsStopAtTheFullDiskAndKeepEveryFinishedBulkOperation)
 {
 #if defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "fork of a child is not supported under ThreadSanitizer";
 #endif
-    const std::string path = Mount() + "/games.ovg";
-    const std::string answer = RunOnSmallTmpfs(Mount(), scratch_.File("answer"), [&]() -> std::string {
+    const ScratchDirectory scratch("orvan-full-tmpfs");
+    const BoxCapture boxes;
+    const auto chunk = [&](int32_t bulk) { return scratch.File("chunk" + std::to_string(bulk) + ".pgn"); };
+    for (int32_t bulk = 0; bulk < BulkCount; ++bulk)
+        WriteGeneratedGames(chunk(bulk), bulk * BulkSize + 1, BulkSize);
+    const std::string mountPoint = scratch.File("mount"), path = mountPoint + "/games.ovg";
+    std::filesystem::create_directory(mountPoint);
+    const std::string answer = RunOnSmallTmpfs(mountPoint, scratch.File("answer"), [&]() -> std::string {
         const OvGameFile file = OvCreateGamefile(path.c_str());
         if (file == 0)
             return "no game file on the tmpfs";
@@ -105,7 +95,7 @@ TEST_F(FullTmpfs, ImportsStopAtTheFullDiskAndKeepEveryFinishedBulkOperation)
         int32_t finished = 0;
         for (; finished < BulkCount; ++finished) {
             OvStartBulkOperation(file, OV_BULK_WRITE);
-            const int32_t result = OvPgnImport(ChunkPath(finished).c_str(), file, 0, nullptr, nullptr, 0);
+            const int32_t result = OvPgnImport(chunk(finished).c_str(), file, 0, nullptr, nullptr, 0);
             OvEndBulkOperation(file);
             if (result != 0)
                 return "the import answered " + std::to_string(result);
@@ -121,7 +111,7 @@ TEST_F(FullTmpfs, ImportsStopAtTheFullDiskAndKeepEveryFinishedBulkOperation)
         // Outside a bulk operation each game is stored on its own, and the
         // import stops at the first that cannot be.
         uint32_t stored = 0;
-        OvPgnImport(ChunkPath(finished).c_str(), file, 0, nullptr, CountStored, reinterpret_cast<intptr_t>(&stored));
+        OvPgnImport(chunk(finished).c_str(), file, 0, nullptr, CountStored, reinterpret_cast<intptr_t>(&stored));
         OvCloseGamefile(file);
         if (stored == BulkSize)
             return "the import stored every game on a full disk";
@@ -132,18 +122,18 @@ TEST_F(FullTmpfs, ImportsStopAtTheFullDiskAndKeepEveryFinishedBulkOperation)
 
         // Read-only now: no new game file and no new game (the store does not open
         // its files there at all); back to read-write, the games are all there.
-        if (mount(nullptr, Mount().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
+        if (mount(nullptr, mountPoint.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
             return std::string("cannot remount read-only: ") + std::strerror(errno);
-        if (OvCreateGamefile((Mount() + "/new.ovg").c_str()) != 0)
+        if (OvCreateGamefile((mountPoint + "/new.ovg").c_str()) != 0)
             return "a game file was created on a read-only file system";
         if (const OvGameFile readOnly = OvOpenGamefile(path.c_str())) {
             stored = 0;
-            OvPgnImport(ChunkPath(0).c_str(), readOnly, 0, nullptr, CountStored, reinterpret_cast<intptr_t>(&stored));
+            OvPgnImport(chunk(0).c_str(), readOnly, 0, nullptr, CountStored, reinterpret_cast<intptr_t>(&stored));
             OvCloseGamefile(readOnly);
             if (stored != 0)
                 return std::to_string(stored) + " games stored on a read-only file system";
         }
-        if (mount(nullptr, Mount().c_str(), nullptr, MS_REMOUNT, nullptr) != 0)
+        if (mount(nullptr, mountPoint.c_str(), nullptr, MS_REMOUNT, nullptr) != 0)
             return std::string("cannot remount read-write: ") + std::strerror(errno);
         const std::string afterReadOnly = HoldsFirstGames(path, kept);
         return afterReadOnly.empty() ? "" : "after the read-only spell: " + afterReadOnly;
