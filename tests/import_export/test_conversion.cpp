@@ -33,8 +33,8 @@ protected:
 // trip; here the ends: no move, and a set-up position with Black to move.
 TEST_F(Conversion, TreesComeBackAsTheReaderFlattensThem)
 {
-    for (const std::string text : {"[White \"a\"]\n\n*\n",
-                                   "[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 b - - 0 7\"]\n\n7... Kd7 8. e4 (8. Kd1) *\n"}) {
+    const char* setUp = "[SetUp \"1\"]\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 b - - 0 7\"]\n\n7... Kd7 8. e4 (8. Kd1) *\n";
+    for (const std::string text : {"[White \"a\"]\n\n*\n", setUp}) {
         HGLOBAL block = MemoryText(text);
         ASSERT_EQ(OvMemReadPgnGame(g, block, 0, "NBRQK"), 0);
         GlobalFree(block);
