@@ -261,14 +261,7 @@ TEST_F(BadInput, TextsWithoutTerminatorsAreReadWithinTheirBounds)
     char text[1024];
     ASSERT_EQ(OvGetHeaderInfo(game_, HdrWhite, text, sizeof text), 1);
     EXPECT_EQ(std::strlen(text), 255u);
-    NotationTable noTerminators;
-    std::memset(noTerminators.symbols, 'Z', sizeof noTerminators.symbols);
-    char moveText[OV_MOVE_TEXT_SIZE + 4];
-    std::memset(moveText, '#', sizeof moveText);
-    const int32_t length = OvMoveToText(0x3c04, OV_MOVE_LONG_CASTLING | OV_MOVE_MATE, moveText,
-                                        OV_TEXT_LONG | OV_TEXT_PROMOTION_SIGN, &noTerminators);
-    EXPECT_LT(length, OV_MOVE_TEXT_SIZE);
-    EXPECT_EQ(moveText[OV_MOVE_TEXT_SIZE], '#');
+    // Notation tables without terminators: see the move text tests.
 }
 
 TEST_F(BadInput, UnwritableAndUnusablePathsFail)
