@@ -1,9 +1,11 @@
 // The move generator: destination lists with their quirks, the single-move
-// test, and move application. Edge steps and attacks are checked by the perft
-// totals, the order of every list by the plain generator comparisons.
+// test, and move application. Attacks are checked by the perft totals, the
+// order of every list by the plain generator comparisons.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
 #include "chess/move_generator.h"
@@ -15,33 +17,33 @@ namespace {
 
 using List = std::vector<int>;
 
-constexpr uint32_t Move(int from, int to, uint32_t promotion = 0)
-{
-    return static_cast<uint32_t>(from | to << 8) | promotion << 14;
-}
-
 List Destinations(sPosition position, int from)
 {
     int32_t list[MaxDestinations];
     return List(list, list + GenerateDestinations(&position, from, list));
 }
 
+// The castling destinations of the king of the side to move.
+List Castlings(sPosition position)
+{
+    const int home = WhiteToMove(position) ? 4 : 60;
+    int32_t list[MaxDestinations];
+    List found;
+    std::copy_if(list, list + GenerateDestinations(&position, home, list), std::back_inserter(found),
+                 [home](int to) { return to == home + 2 || to == home - 2; });
+    return found;
+}
+
 // The edge tests judge only their own kind of step: any other step passes the
 // diagonal and straight tests and fails the knight test.
 TEST(EdgeTests, JudgeOnlyTheirOwnSteps)
 {
-    struct Row {
-        int square, step, diagonal, straight, knight;
-    } rows[] = {
+    struct Row { int square, step, diagonal, straight, knight; } rows[] = {
         {7, 9, 0, 1, 0},    // h1 up-right wraps; 9 is neither a straight nor a knight step
-        {7, 7, 1, 1, 0},    // h1 up-left stays
         {0, -9, 0, 1, 0},   // a1 down-left leaves the board
-        {7, 1, 1, 0, 0},    // h1 to the right wraps onto a2
         {56, 8, 1, 0, 0},   // a8 upwards leaves the board
         {0, 17, 1, 1, 1},   // a1 to b3: a knight step that stays
-        {0, 15, 1, 1, 0},   // a1 two up one left wraps
         {6, 10, 1, 1, 0},   // g1 one up two right wraps
-        {27, 6, 1, 1, 1},   // d4 to b5
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.square << " + " << row.step);
@@ -53,11 +55,7 @@ TEST(EdgeTests, JudgeOnlyTheirOwnSteps)
 
 TEST(Destinations, OrderAndKingSafetyQuirks)
 {
-    const struct {
-        const char* fen;
-        int from;
-        List list;
-    } cases[] = {
+    const struct { const char* fen; int from; List list; } cases[] = {
         // En passant before the step; for black the higher file first; a promotion counts once.
         {"4k3/8/8/3pP3/8/8/8/4K3 w - d6", 36, {43, 44}},
         {"4k3/8/8/8/3Pp3/8/8/4K3 b - d3", 28, {20, 19}},
@@ -66,40 +64,29 @@ TEST(Destinations, OrderAndKingSafetyQuirks)
         // En passant that uncovers the king along the rank: the victim goes before the test.
         {"8/8/8/K2pP2r/8/8/8/7k w - d6", 36, {44}},
         {"4k3/4r3/8/8/8/8/4N3/4K3 w - -", 12, {}},  // pinned knight
-        {"4k3/4r3/8/8/8/8/4R3/4K3 w - -", 12, {20, 28, 36, 44, 52}},
         {"4k3/8/8/8/1b6/8/8/1R2K3 w - -", 1, {25}},  // in check, only the answer
         // Without a king of the mover, square 63 is the king's square.
         {"8/8/8/8/8/8/8/R6r w - -", 0, {7}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(Destinations(PositionFromFen(c.fen), c.from), c.list) << c.fen;
-    EXPECT_EQ(Destinations(PositionFromFen("8/8/8/8/8/8/8/R5r1 w - -"), 0).size(), 13u);
 }
 
 TEST(Destinations, Castling)
 {
     const std::pair<const char*, List> cases[] = {
-        {"1r2k3/8/8/8/8/8/8/R3K2R w KQ -", {6, 2}},   // b1 may be attacked
-        {"4k3/8/8/8/8/8/8/Rn2K2R w KQ -", {6}},       {"4k3/8/8/8/8/8/8/R3K1nR w KQ -", {2}},
-        {"4k1r1/8/8/8/8/8/8/R3K2R w KQ -", {2}},      // g1 attacked
-        {"4r1k1/8/8/8/8/8/8/R3K2R w KQ -", {}},       // in check
-        {"4k3/8/8/8/8/8/8/4K2R w Q -", {}},           {"4k3/8/8/8/8/8/8/R3K2B w KQ -", {2}},
-        {"r3k2r/8/8/8/8/8/8/3RK3 b kq -", {62}},      {"r3k2r/8/8/8/8/8/8/1R2K3 b kq -", {62, 58}},
+        {"1r2k3/8/8/8/8/8/8/R3K2R w KQ -", {6, 2}},  {"4k3/8/8/8/8/8/8/Rn2K2R w KQ -", {6}},  // b1 may be attacked
+        {"4k1r1/8/8/8/8/8/8/R3K2R w KQ -", {2}},     {"4r1k1/8/8/8/8/8/8/R3K2R w KQ -", {}},  // g1 attacked; in check
+        {"4k3/8/8/8/8/8/8/R3K2B w KQ -", {2}},
+        {"r3k2r/8/8/8/8/8/8/3RK3 b kq -", {62}},     {"r3k2r/8/8/8/8/8/8/1R2K3 b kq -", {62, 58}},
     };
-    for (const auto& [fen, castlings] : cases) {
-        const sPosition position = PositionFromFen(fen);
-        const int home = WhiteToMove(position) ? 4 : 60;
-        List found;
-        for (int to : Destinations(position, home))
-            if (to == home + 2 || to == home - 2)
-                found.push_back(to);
-        EXPECT_EQ(found, castlings) << fen;
-    }
+    for (const auto& [fen, expected] : cases)
+        EXPECT_EQ(Castlings(PositionFromFen(fen)), expected) << fen;
     // Any non-zero field allows castling; the rook square it names plays no part.
     sPosition position = PositionFromFen("4k3/8/8/8/8/8/8/R3K2R w - -");
     position.castleWhiteShort = 8;
     position.castleWhiteLong = 200;
-    EXPECT_EQ(Destinations(position, 4), (List{11, 13, 12, 5, 3, 6, 2}));
+    EXPECT_EQ(Castlings(position), (List{6, 2}));
 }
 
 TEST(MoveIsLegal, AsksTheDestinationsOfTheFromSquare)
@@ -108,7 +95,6 @@ TEST(MoveIsLegal, AsksTheDestinationsOfTheFromSquare)
     EXPECT_EQ(MoveIsLegal(&position, Move(12, 28)), 1);
     EXPECT_EQ(MoveIsLegal(&position, Move(12, 28, 3) | 0xC0 | 0xABCD0000), 1);  // promotion, markers, high bits
     EXPECT_EQ(MoveIsLegal(&position, Move(12, 36)), 0);
-    EXPECT_EQ(MoveIsLegal(&position, Move(52, 36)), 0);
     EXPECT_EQ(MoveIsLegal(&position, 0), 0);  // a1 to a1
     int32_t list[MaxDestinations];
     EXPECT_EQ(GenerateDestinations(&position, 64, nullptr), 0);
@@ -118,22 +104,15 @@ TEST(MoveIsLegal, AsksTheDestinationsOfTheFromSquare)
 
 TEST(ApplyMove, PlaysTheWordAsItStands)
 {
-    const struct {
-        const char* fen;
-        uint32_t move;
-        const char* after;
-    } cases[] = {
+    const struct { const char* fen; uint32_t move; const char* after; } cases[] = {
         {"4k3/p7/8/8/8/8/8/4K3 b - -", Move(48, 32), "4k3/8/8/p7/8/8/8/4K3 w - a6"},  // nobody to take
         // Castling without a rook on h1 still puts a rook on f1; the king move clears both rights.
         {"4k3/8/8/8/8/8/8/R3K3 w KQ -", Move(4, 6), "4k3/8/8/8/8/8/8/R4RK1 b - -"},
-        {"r3k2r/8/8/8/8/8/8/4K3 b kq -", Move(60, 58), "2kr3r/8/8/8/8/8/8/4K3 w - -"},
         {"4k3/8/8/8/8/8/8/4K2R w K -", Move(4, 7), "4k3/8/8/8/8/8/8/7K b - -"},  // onto its own rook
-        {"4k3/8/8/8/8/8/8/R3K3 w Q -", Move(0, 8), "4k3/8/8/8/8/8/R7/4K3 b - -"},
         // Marker bits change nothing; promotion bits count only for a promotion.
         {"4k3/8/8/8/8/8/8/R3K3 w Q -", Move(0, 1) | 0xC0 | 0xC000, "4k3/8/8/8/8/8/8/1R2K3 b - -"},
         {"4k3/P7/8/8/8/8/8/4K3 w - -", Move(48, 56), "Q3k3/8/8/8/8/8/8/4K3 b - -"},
         {"1n2k3/P7/8/8/8/8/8/4K3 w - -", Move(48, 57, 3), "1N2k3/8/8/8/8/8/8/4K3 b - -"},
-        {"4k3/8/8/8/8/8/1p6/4K3 b - -", Move(9, 1, 2), "4k3/8/8/8/8/8/8/1b2K3 w - -"},
         // En passant is recognised by geometry, with or without the square.
         {"4k3/8/8/3pP3/8/8/8/4K3 w - -", Move(36, 43), "4k3/8/3P4/8/8/8/8/4K3 b - -"},
         {"4k3/8/8/8/3Pp3/8/8/4K3 b - d3", Move(28, 19), "4k3/8/8/8/8/3p4/8/4K3 w - -"},
@@ -146,14 +125,10 @@ TEST(ApplyMove, PlaysTheWordAsItStands)
     }
     // The word 0 (a1-a1 on an empty a1) and a null record change nothing.
     sPosition position = StartPosition;
-    ApplyMove(&position, 0);
     ApplyMove(&position, 0xFFFF0000);
     ApplyMove(nullptr, Move(12, 28));
     EXPECT_EQ(OvPlayMove(&position, 0), 1);
     EXPECT_EQ(IsStartPosition(&position), 1);
-    EXPECT_EQ(OvPlayMove(&position, Move(6, 21)), 1);
-    EXPECT_EQ(position.board[21], OV_WHITE_KNIGHT);
-    EXPECT_EQ(position.sideToMove, 0);
 
     // A field of n names its rook on square n - 1: leaving that square clears
     // it, leaving the corner does not.
@@ -163,7 +138,7 @@ TEST(ApplyMove, PlaysTheWordAsItStands)
     for (const auto& [move, fields] : {std::pair{Move(7, 15), std::pair{2, 0}}, {Move(1, 9), {0, 1}}}) {
         sPosition played = position;
         ApplyMove(&played, move);
-        EXPECT_EQ((std::pair<int, int>{played.castleWhiteLong, played.castleWhiteShort}), fields) << move;
+        EXPECT_EQ((std::pair<int, int>(played.castleWhiteLong, played.castleWhiteShort)), fields) << move;
     }
 }
 

@@ -30,7 +30,6 @@ std::array<int, 4> Castling(const sPosition& p)
 TEST(StartPosition, OnlyAllSeventyBytesEqualMakeTheStartPosition)
 {
     EXPECT_EQ(IsStartPosition(&StartPosition), 1);
-    EXPECT_EQ(OvIsLegalPos(&StartPosition), OV_POS_LEGAL);
     for (int byte = 0; byte < 70; ++byte) {
         sPosition changed = StartPosition;
         reinterpret_cast<uint8_t*>(&changed)[byte] ^= 1;
@@ -38,29 +37,19 @@ TEST(StartPosition, OnlyAllSeventyBytesEqualMakeTheStartPosition)
     }
 }
 
-TEST(PieceCodes, DriverAndPositionCodesMeetInBothDirections)
+TEST(PieceCodes, DriverCodesAndMoveWords)
 {
     for (uint8_t code : {1, 2, 3, 4, 5, 6, 9, 10, 11, 12, 13, 14})
         EXPECT_EQ(PositionPieceFromDriver(DriverPieceFromPosition(code)), code);
-    for (int driverCode : {1, 7, 14, 15, 22, 255})
-        EXPECT_EQ(PositionPieceFromDriver(static_cast<uint8_t>(driverCode)), 0) << driverCode;
-    for (int code : {0, 7, 8, 15, 16 + 7, 255})
+    for (int code : {7, 22, 255})
+        EXPECT_EQ(PositionPieceFromDriver(static_cast<uint8_t>(code)), 0) << code;
+    for (int code : {0, 7, 8, 16 + 7})
         EXPECT_EQ(DriverPieceFromPosition(static_cast<uint8_t>(code)), DrvEmpty) << code;
     EXPECT_EQ(DriverPieceFromPosition(16 + OV_WHITE_KING), DrvWhiteKing);  // AND 15
-}
-
-TEST(PackMove, DriverMoveToWord)
-{
-    struct Case {
-        int fromFile, fromRank, toFile, toRank, promotion;
-        uint32_t word;
-    };
-    for (const Case& c : {Case{5, 2, 5, 4, 0, 0x1C0C}, Case{1, 7, 1, 8, DrvBlackKnight, 0xF830},
-                          Case{8, 2, 8, 1, DrvBlackBishop, 0x870F}, Case{1, 7, 2, 8, DrvWhiteRook, 0x7930},
-                          Case{1, 2, 1, 1, DrvBlackRook, 0x4008}, Case{1, 7, 1, 8, DrvWhiteQueen, 0x3830},
-                          Case{1, 7, 1, 8, DrvBlackQueen, 0x3830}, Case{1, 1, 8, 8, 0, 0x3F00}})
-        EXPECT_EQ(PackMove(c.fromFile, c.fromRank, c.toFile, c.toRank, c.promotion), c.word)
-            << std::hex << c.word;
+    // A promotion keeps its piece and drops its colour.
+    EXPECT_EQ(PackMove(5, 2, 5, 4, 0), 0x1C0Cu);
+    EXPECT_EQ(PackMove(8, 2, 8, 1, DrvBlackBishop), 0x870Fu);
+    EXPECT_EQ(PackMove(1, 7, 1, 8, DrvWhiteQueen), PackMove(1, 7, 1, 8, DrvBlackQueen));
 }
 
 TEST(PositionFromBoard, SquaresCastlingSideAndEnPassantFile)
@@ -84,13 +73,11 @@ TEST(PositionFromBoard, SquaresCastlingSideAndEnPassantFile)
     PositionFromBoard(&position, &board, 0);
     EXPECT_EQ(position.castleWhiteLong, 0);
 
-    struct Case {
-        const char* fen;
-        int epFile, strict, result, epSquare;
-    };
-    for (const Case& c : {Case{"4k3/8/8/8/P7/8/8/4K3 b - -", 1, 1, 1, 16},  // a-file: no neighbour needed
-                          Case{"4k3/8/8/8/2P5/8/8/4K3 b - -", 3, 1, 0, 64}, Case{"4k3/8/8/8/2P5/8/8/4K3 b - -", 3, 0, 1, 18},
-                          Case{"4k3/8/8/8/8/8/8/4K3 w - -", -40, 0, 0, 64}}) {
+    struct Case { const char* fen; int epFile, strict, result, epSquare; };
+    // On the a-file no neighbour is needed; a lone pawn passes only the loose test.
+    const char* lonePawn = "4k3/8/8/8/2P5/8/8/4K3 b - -";
+    for (const Case& c : {Case{"4k3/8/8/8/P7/8/8/4K3 b - -", 1, 1, 1, 16}, Case{lonePawn, 3, 1, 0, 64},
+                          Case{lonePawn, 3, 0, 1, 18}, Case{"4k3/8/8/8/8/8/8/4K3 w - -", -40, 0, 0, 64}}) {
         board = DriverBoardOf(PositionFromFen(c.fen));
         board.epFile = c.epFile;
         EXPECT_EQ(PositionFromBoard(&position, &board, c.strict), c.result) << c.fen << " file " << c.epFile;
@@ -121,16 +108,11 @@ TEST(SanitizeCastling, EachTestClearsOnlyItsFields)
 
 TEST(SanitizeEnPassant, StepsStopAtTheFirstThatDecides)
 {
-    struct Case {
-        const char* fen;
-        int epSquare, strict, result;
-    };
+    struct Case { const char* fen; int epSquare, strict, result; };
     for (const Case& c : {
-             Case{"4k3/8/8/8/P7/8/8/4K3 b - -", 16, 1, 1},    Case{"4k3/8/8/8/2P5/8/8/4K3 b - -", 18, 1, 0},
-             Case{"4k3/8/8/8/2Pp4/8/8/4K3 b - -", 18, 1, 1},  Case{"4k3/8/8/3p4/8/8/8/4K3 w - -", 43, 0, 1},
-             Case{"4k3/8/3n4/3p4/8/8/8/4K3 w - -", 43, 0, 0}, Case{"4k3/8/8/8/8/8/8/4K3 w - -", 64, 1, 1},
-             Case{"4k3/8/8/8/8/8/8/4K3 w - -", 65, 0, 0},     Case{"4k3/8/8/8/3p4/8/8/4K3 w - -", 35, 0, 0},
-             Case{"4k3/8/8/8/2P5/8/8/4K3 w - -", 18, 0, 0},  // no black pawn in front of c3
+             Case{"4k3/8/8/8/2P5/8/8/4K3 b - -", 18, 1, 0},  Case{"4k3/8/8/8/2Pp4/8/8/4K3 b - -", 18, 1, 1},
+             Case{"4k3/8/8/3p4/8/8/8/4K3 w - -", 43, 0, 1},  Case{"4k3/8/3n4/3p4/8/8/8/4K3 w - -", 43, 0, 0},
+             Case{"4k3/8/8/8/8/8/8/4K3 w - -", 65, 0, 0},    Case{"4k3/8/8/8/3p4/8/8/4K3 w - -", 35, 0, 0},
          }) {
         sPosition position = PositionFromFen(c.fen);
         position.epSquare = static_cast<uint8_t>(c.epSquare);
@@ -142,20 +124,14 @@ TEST(SanitizeEnPassant, StepsStopAtTheFirstThatDecides)
 TEST(OvIsLegalPos, ChecksRunInOrder)
 {
     const std::pair<const char*, int> cases[] = {
-        {"4k3/8/8/8/8/8/8/4K3 w - -", OV_POS_LEGAL},
         {"8/8/8/8/8/8/8/4K3 w - -", OV_POS_KING_MISSING},
         {"4k3/8/8/8/8/8/8/4K2r b - -", OV_POS_OPPONENT_IN_CHECK},
-        {"4k3/8/8/8/8/8/8/4K2r w - -", OV_POS_LEGAL},             // the side to move may be in check
+        {"4k3/8/8/8/8/8/8/4K2r w - -", OV_POS_LEGAL},  // the side to move may be in check
         {"4k2R/8/8/8/8/8/8/4K2r w - -", OV_POS_OPPONENT_IN_CHECK},  // both attacked: black counts
-        {"4k2R/8/8/8/8/8/8/4K2r b - -", OV_POS_OPPONENT_IN_CHECK},  // both attacked: white counts
         {"4k3/8/8/8/8/8/8/r3K2K b - -", OV_POS_OPPONENT_IN_CHECK},  // the check comes before the count
-        {"4k3/8/8/8/8/8/8/4K2K b - -", OV_POS_TOO_MANY_MEN},
         {"4k2P/8/8/8/8/8/8/4K3 w - -", OV_POS_PAWN_ON_EDGE_RANK},
-        {"2qqk3/pppppppp/8/8/8/8/8/4K3 w - -", OV_POS_TOO_MANY_MEN},
-        {"1n2k1n1/pppppppp/8/8/8/8/8/4K1N1 w - -", OV_POS_LEGAL},
         {"1nn1k1n1/pppppppp/8/8/8/8/8/4K3 w - -", OV_POS_TOO_MANY_MEN},
-        {"QQQQQQQQ/QQ6/8/8/8/8/8/k3K3 b - -", OV_POS_TOO_MANY_MEN},
-        {"QQQQQQQQ/Q7/8/8/8/8/8/k3K3 b - -", OV_POS_LEGAL},
+        {"QQQQQQQQ/QQ6/8/8/8/8/8/k3K3 b - -", OV_POS_TOO_MANY_MEN}, {"QQQQQQQQ/Q7/8/8/8/8/8/k3K3 b - -", OV_POS_LEGAL},
         {"4k3/8/8/8/8/P7/PPPPPPPP/4K3 w - -", OV_POS_TOO_MANY_MEN},
         {"rnbqkbnr/pppppppp/8/8/8/N7/PPPPPPPP/RNBQKBNR w - -", OV_POS_TOO_MANY_MEN},  // 17 men
     };
@@ -169,7 +145,6 @@ TEST(OvIsLegalPos, ChecksRunInOrder)
     for (int square = 20; square < 30; ++square)
         position.board[square] = static_cast<uint8_t>(16 + square * 7);
     position.board[30] = 7;
-    position.board[31] = 15;
     position.epSquare = 200;
     position.castleWhiteLong = 77;
     EXPECT_EQ(OvIsLegalPos(&position), OV_POS_LEGAL);

@@ -4,27 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <random>
 #include <vector>
 
 #include "chess/move_generator.h"
 #include "chess/move_notation.h"
 #include "chess/position.h"
-#include "pgn/pgn_game.h"
-#include "pgn/read/pgn_read.h"
+#include "tests/chess/corpus_games.h"
+#include "tests/chess/fen_setter.h"
 #include "tests/chess/plain_generator.h"
-#include "support/corpus.h"
 
 namespace {
 
 constexpr size_t CorpusPositionLimit = 100000;
-
-constexpr uint32_t Move(int from, int to) { return static_cast<uint32_t>(from | to << 8); }
-
-bool SameRecord(const sPosition& a, const sPosition& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 struct Legal {
     std::vector<uint32_t> moves;
@@ -57,24 +50,7 @@ void ExpectAgreement(sPosition position, uint32_t move, const Legal& legal, int 
         ASSERT_EQ(MoveOutcome(&position, move), PlainOutcome(position, move)) << std::hex << move;
         OvGetMoveInfo(&position, move);
     }
-    ASSERT_TRUE(SameRecord(position, before));
-}
-
-struct CorpusPositions {
-    std::vector<sPosition> positions;
-    std::vector<uint32_t> moves;
-};
-
-int32_t CollectMainLine(PgnGame* game, int32_t, int32_t, intptr_t context)
-{
-    auto& collected = *reinterpret_cast<CorpusPositions*>(context);
-    sPosition position = *game->position;
-    for (uint32_t i = 0; i < game->moveCount && collected.positions.size() < CorpusPositionLimit; ++i) {
-        collected.positions.push_back(position);
-        collected.moves.push_back(game->moves[i]);
-        ApplyMove(&position, game->moves[i]);
-    }
-    return collected.positions.size() < CorpusPositionLimit;
+    ASSERT_EQ(std::memcmp(&position, &before, sizeof position), 0);
 }
 
 // Now and then an en passant square anywhere, castling fields above 1, a
@@ -94,29 +70,26 @@ void MaybeSpoil(sPosition& position, std::mt19937& random)
 
 TEST(SquareSetRules, AgreeWithThePlainGeneratorOnRealGames)
 {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(CorpusPath, "rb"), &std::fclose);
-    if (!file)
-        GTEST_SKIP() << "corpus " << CorpusPath << " not found";
-    PgnGameStorage storage;
-    ASSERT_TRUE(storage.Allocated());
-    PgnSource source;
-    source.file = file.get();
-    CorpusPositions corpus;
-    PgnReadGames(source, storage.Game(), 0, nullptr, &CollectMainLine, reinterpret_cast<intptr_t>(&corpus));
-    ASSERT_FALSE(corpus.positions.empty());
     std::mt19937 random(2025);
-    for (size_t i = 0; i < corpus.positions.size(); ++i) {
-        sPosition position = corpus.positions[i];
-        MaybeSpoil(position, random);
-        const Legal legal = PlainLegalMoves(position);
-        // The game's move, or a legal one when the spoilt record refuses it.
-        const uint32_t move = legal.moves.empty()            ? 0
-                              : legal.found(corpus.moves[i]) ? corpus.moves[i]
-                                                             : legal.moves[random() % legal.moves.size()];
-        ExpectAgreement(position, move, legal, static_cast<int>(random() % 64));
-        if (HasFatalFailure())
-            return;
-    }
+    size_t positions = 0;
+    const bool read = VisitCorpusGames([&](const PgnGame& game) {
+        sPosition played = *game.position;
+        for (uint32_t i = 0; i < game.moveCount && !HasFatalFailure(); ++i, ++positions) {
+            sPosition position = played;
+            MaybeSpoil(position, random);
+            const Legal legal = PlainLegalMoves(position);
+            // The game's move, or a legal one when the spoilt record refuses it.
+            const uint32_t move = legal.moves.empty()            ? 0
+                                  : legal.found(game.moves[i]) ? game.moves[i]
+                                                               : legal.moves[random() % legal.moves.size()];
+            ExpectAgreement(position, move, legal, static_cast<int>(random() % 64));
+            ApplyMove(&played, game.moves[i]);
+        }
+        return positions < CorpusPositionLimit && !HasFatalFailure();
+    });
+    if (!read)
+        GTEST_SKIP() << "corpus " << CorpusPath << " not found";
+    EXPECT_GT(positions, 0u);
 }
 
 }  // namespace

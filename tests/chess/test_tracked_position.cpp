@@ -1,29 +1,22 @@
-// A tracked position against the functions on the bare record: along the
-// main lines of the corpus and along random play that mixes legal moves with
-// arbitrary words (which may take a king, leave a pawn on an edge rank or
-// move an empty square), from records some of which are spoiled. At each
-// step the record, the view and the guard must equal what a fresh reading
-// gives, and the legality tests and move descriptions must equal those of
-// the bare record.
+// A tracked position against the functions on the bare record, along the
+// corpus main lines and along random play mixing legal moves with any words
+// (taking a king, a pawn onto an edge rank, an empty square moving): the
+// state equals a fresh reading, the answers those of the bare record.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <random>
 #include <vector>
 
 #include "chess/move_generator.h"
 #include "chess/tracked_position.h"
-#include "pgn/pgn_game.h"
-#include "pgn/read/pgn_read.h"
+#include "tests/chess/corpus_games.h"
 #include "tests/chess/fen_setter.h"
 #include "tests/chess/plain_generator.h"
 
 namespace {
 
-constexpr const char* CorpusPath = ORVAN_SOURCE_DIR "/../shared/corpus/selfplay.pgn";
-constexpr size_t CorpusGameLimit = 3000;
+constexpr size_t TrackedGameLimit = 3000;
 
 bool SameView(const BoardView& a, const BoardView& b)
 {
@@ -51,7 +44,7 @@ void ExpectFresh(const TrackedPosition& tracked, const sPosition& bare)
 void StepBoth(TrackedPosition& tracked, sPosition& bare, int probeFrom, uint32_t move)
 {
     for (int to = 0; to < 64; ++to) {
-        const uint32_t probe = static_cast<uint32_t>(probeFrom | to << 8);
+        const uint32_t probe = Move(probeFrom, to);
         ASSERT_EQ(TrackedMoveIsLegal(tracked, probe), MoveIsLegal(&bare, probe) != 0) << probeFrom << "-" << to;
     }
     const int32_t info = OvGetMoveInfo(&bare, move);
@@ -66,31 +59,19 @@ void StepBoth(TrackedPosition& tracked, sPosition& bare, int probeFrom, uint32_t
     ExpectFresh(tracked, bare);
 }
 
-int32_t FollowMainLine(PgnGame* game, int32_t, int32_t, intptr_t context)
-{
-    auto& games = *reinterpret_cast<size_t*>(context);
-    TrackedPosition tracked;
-    TrackPosition(tracked, *game->position);
-    sPosition bare = *game->position;
-    for (uint32_t i = 0; i < game->moveCount; ++i) {
-        StepBoth(tracked, bare, static_cast<int>(i % 64), game->moves[i] & ~uint32_t{MoveBranch | MoveLineEnd});
-        if (::testing::Test::HasFatalFailure())
-            return 0;
-    }
-    return ++games < CorpusGameLimit;
-}
-
 TEST(TrackedPosition, AgreesWithTheBareRecordOnRealGames)
 {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(CorpusPath, "rb"), &std::fclose);
-    if (!file)
-        GTEST_SKIP() << "corpus " << CorpusPath << " not found";
-    PgnGameStorage storage;
-    ASSERT_TRUE(storage.Allocated());
-    PgnSource source;
-    source.file = file.get();
     size_t games = 0;
-    PgnReadGames(source, storage.Game(), 0, nullptr, &FollowMainLine, reinterpret_cast<intptr_t>(&games));
+    const bool read = VisitCorpusGames([&](const PgnGame& game) {
+        TrackedPosition tracked;
+        TrackPosition(tracked, *game.position);
+        sPosition bare = *game.position;
+        for (uint32_t i = 0; i < game.moveCount && !HasFatalFailure(); ++i)
+            StepBoth(tracked, bare, static_cast<int>(i % 64), game.moves[i] & ~uint32_t{MoveBranch | MoveLineEnd});
+        return ++games < TrackedGameLimit && !HasFatalFailure();
+    });
+    if (!read)
+        GTEST_SKIP() << "corpus " << CorpusPath << " not found";
     EXPECT_GT(games, 0u);
 }
 

@@ -16,9 +16,9 @@ std::string GeneratedGame(int32_t number);
 // Writes games first .. first + count - 1 to `path`.
 void WriteGeneratedGames(const std::filesystem::path& path, int32_t first, int32_t count);
 
-// Checks that game `number` of `file` carries the players of generated game
-// `expected`; an empty text when it does, else what differs.
-std::string CompareWithGenerated(OvGameFile file, int32_t number, int32_t expected);
+// Checks that games 1 .. `count` of `file` carry the players of the generated
+// games of the same numbers; an empty text when they do, else the first fault.
+std::string CompareWithGenerated(OvGameFile file, int32_t count);
 
 // A fresh directory under the system's temporary directory, removed with the
 // object.

@@ -1,8 +1,6 @@
-// Several threads on one game file at once: two PGN imports, two writers of
-// games read from memory, a reader walking stored games, and a header search
-// and a position search running over and over, each with game buffers of its
-// own. Every game arrives once, and readers and searches only ever see whole
-// games.
+// Threads on one game file, each with its own game buffers: two PGN imports,
+// two writers of games read from memory, a reader, a header search and a
+// position search. Every game arrives once; readers and searches see whole games.
 #include <atomic>
 #include <cstring>
 #include <map>
@@ -29,45 +27,40 @@ std::string WhiteOf(OvGameBuffer game)
     return text;
 }
 
+// The hits of a search, and those whose White does not fit.
 struct SearchTally {
+    bool (*fits)(const std::string& white);
     std::atomic<int32_t> hits{0};
     std::atomic<int32_t> wrongHits{0};
 };
 
-int32_t CountHit(uint32_t game, int32_t number, int32_t, intptr_t user)
+int32_t CountHit(uint32_t game, int32_t, int32_t, intptr_t user)
 {
     auto& tally = *reinterpret_cast<SearchTally*>(user);
     if (game != 0) {
         ++tally.hits;
-        if (WhiteOf(game).rfind("White 1", 0) != 0)
-            ++tally.wrongHits;
+        tally.wrongHits += tally.fits(WhiteOf(game)) ? 0 : 1;
     }
     return 1;
 }
 
-// Generated games of even numbers open 1. e4; a position hit must be one.
-int32_t CountEvenHit(uint32_t game, int32_t, int32_t, intptr_t user)
+// Reads the generated game `number` into `game` from a memory block.
+int32_t ReadFromMemory(OvGameBuffer game, int32_t number)
 {
-    auto& tally = *reinterpret_cast<SearchTally*>(user);
-    if (game != 0) {
-        ++tally.hits;
-        const std::string white = WhiteOf(game);
-        if (white.rfind("White ", 0) != 0 || std::stoi(white.substr(6)) % 2 != 0)
-            ++tally.wrongHits;
-    }
-    return 1;
+    const std::string text = GeneratedGame(number);
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(block), text.c_str(), text.size() + 1);
+    GlobalUnlock(block);
+    const int32_t result = OvMemReadPgnGame(game, block, 0, nullptr);
+    GlobalFree(block);
+    return result;
 }
 
 // The position after 1. e4, from the text of an even-numbered game.
 sPosition PositionAfterE4()
 {
     const OvGameBuffer game = OvAllocGameBuffer();
-    const std::string text = GeneratedGame(2);
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    std::memcpy(GlobalLock(block), text.c_str(), text.size() + 1);
-    GlobalUnlock(block);
-    OvMemReadPgnGame(game, block, 0, nullptr);
-    GlobalFree(block);
+    ReadFromMemory(game, 2);
     OvGotoMove(game, 1);
     sPosition position{};
     OvGetCurrentPos(game, &position);
@@ -81,12 +74,7 @@ void WriteFromMemory(OvGameFile file, int32_t first, std::atomic<int32_t>& fault
 {
     const OvGameBuffer game = OvAllocGameBuffer();
     for (int32_t number = first; number < first + WrittenGames; ++number) {
-        const std::string text = GeneratedGame(number);
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-        std::memcpy(GlobalLock(block), text.c_str(), text.size() + 1);
-        GlobalUnlock(block);
-        faults += OvMemReadPgnGame(game, block, 0, nullptr) != 0;
-        GlobalFree(block);
+        faults += ReadFromMemory(game, number) != 0;
         faults += OvWriteGame(game, file, nullptr) <= 0;
         OvGotoMove(game, 0);
         HGLOBAL pgn = OvCreatePgnGame(game, 0);
@@ -108,8 +96,7 @@ TEST(Concurrency, ImportsWritesReadsAndSearchesShareOneGameFile)
     ASSERT_NE(file, 0u);
     ASSERT_EQ(OvPgnImport(scratch.File("initial.pgn").c_str(), file, 0, nullptr, nullptr, 0), 0);
 
-    std::atomic<int32_t> faults{0};
-    std::atomic<int32_t> writersLeft{4};
+    std::atomic<int32_t> faults{0}, writersLeft{4}, searches{0}, positionSearches{0};
     std::vector<std::thread> threads;
     for (const char* name : {"import1.pgn", "import2.pgn"})
         threads.emplace_back([&, name] {
@@ -122,41 +109,36 @@ TEST(Concurrency, ImportsWritesReadsAndSearchesShareOneGameFile)
             --writersLeft;
         });
 
-    std::atomic<int32_t> reads{0};
     threads.emplace_back([&] {
         const OvGameBuffer game = OvAllocGameBuffer();
         for (int32_t round = 0; writersLeft > 0 || round < 50; ++round) {
-            int32_t count;
-            {
+            const int32_t count = [&] {
                 const LibraryLock lock(LibraryMutex());
-                count = OvGetGamesCount(file);
-            }
+                return OvGetGamesCount(file);
+            }();
             const int32_t number = 1 + (round * 7919) % count;
-            if (OvReadGame(game, file, number) != 1 || WhiteOf(game).rfind("White ", 0) != 0 ||
-                OvGotoMove(game, 100) < 14)
-                ++faults;
-            ++reads;
+            faults += OvReadGame(game, file, number) != 1 || WhiteOf(game).rfind("White ", 0) != 0 ||
+                      OvGotoMove(game, 100) < 14;
         }
         OvFreeGameBuffer(game);
     });
 
-    SearchTally tally;
-    std::atomic<int32_t> searches{0};
+    SearchTally tally{[](const std::string& white) { return white.rfind("White 1", 0) == 0; }};
     threads.emplace_back([&] {
-        sQuery query{};
-        query.kind = QueryHeader;
-        query.conditions[0][0] = {QfWhite, QopBeginsWith, "white 1"};
+        sQuery query{QueryHeader, 0, 0, {}, {{{QfWhite, QopBeginsWith, "white 1"}}}};
         while (writersLeft > 0 || searches < 3) {
             OvSearchGameHdrs(file, &query, CountHit, reinterpret_cast<intptr_t>(&tally));
             ++searches;
         }
     });
-    SearchTally positionTally;
-    std::atomic<int32_t> positionSearches{0};
+    // Generated games of even numbers open 1. e4; a position hit must be one.
+    SearchTally positionTally{[](const std::string& white) {
+        return white.rfind("White ", 0) == 0 && std::stoi(white.substr(6)) % 2 == 0;
+    }};
     threads.emplace_back([&] {
         const sPosition afterE4 = PositionAfterE4();
         while (writersLeft > 0 || positionSearches < 3) {
-            OvSearchPosGames(file, &afterE4, 0, CountEvenHit, reinterpret_cast<intptr_t>(&positionTally));
+            OvSearchPosGames(file, &afterE4, 0, CountHit, reinterpret_cast<intptr_t>(&positionTally));
             ++positionSearches;
         }
     });
@@ -164,13 +146,10 @@ TEST(Concurrency, ImportsWritesReadsAndSearchesShareOneGameFile)
         thread.join();
 
     EXPECT_EQ(faults, 0);
-    EXPECT_EQ(tally.wrongHits, 0);
-    EXPECT_GT(tally.hits, 0);
-    EXPECT_EQ(positionTally.wrongHits, 0);
-    EXPECT_GT(positionTally.hits, 0);
-    RecordProperty("reads", reads.load());
-    RecordProperty("searches", searches.load());
-    RecordProperty("position_searches", positionSearches.load());
+    for (const SearchTally* searched : {&tally, &positionTally}) {
+        EXPECT_EQ(searched->wrongHits, 0);
+        EXPECT_GT(searched->hits, 0);
+    }
 
     // Every game arrived exactly once.
     const int32_t expectedCount = InitialGames + 2 * ImportedGames + 2 * WrittenGames;
@@ -186,7 +165,6 @@ TEST(Concurrency, ImportsWritesReadsAndSearchesShareOneGameFile)
              {1, InitialGames}, {10001, ImportedGames}, {20001, ImportedGames}, {30001, WrittenGames}, {40001, WrittenGames}})
         for (int32_t number = first; number < first + count; ++number)
             EXPECT_EQ(seen["White " + std::to_string(number)], 1) << "game " << number;
-    EXPECT_EQ(seen.size(), static_cast<size_t>(expectedCount));
     OvCloseGamefile(file);
 }
 

