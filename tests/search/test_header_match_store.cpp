@@ -28,12 +28,6 @@ void Date(OvGameBuffer game, int32_t year, int32_t month, int32_t day)
     IGGamePutDate(game, triple);
 }
 
-void Elos(OvGameBuffer game, int32_t white, int32_t black)
-{
-    IGGamePutElo(game, 0, white);
-    IGGamePutElo(game, 1, black);
-}
-
 void Players(OvGameBuffer game, const char* white, const char* black)
 {
     IGGamePutPlayer(game, 0, white);
@@ -55,29 +49,12 @@ TEST(HeaderMatchOnStore, EachFieldAndOperator)
 {
     const auto none = [](OvGameBuffer) {};
     const MatchCase cases[] = {
-        {"month holds without a day", [](OvGameBuffer g) { Date(g, 1997, 5, 0); }, QfDate, QopEquals, "5.1997", 0, 1},
         {"no date lies before all", none, QfDate, QopBeginsWith, "1900", 0, 1},
         {"month 13 reads as 0", [](OvGameBuffer g) { Date(g, 1997, 13, 5); }, QfDate, QopEquals, "1997", 0, 1},
-        {"later year", [](OvGameBuffer g) { Date(g, 2001, 1, 1); }, QfDate, QopNotContains, "2000", 0, 1},
-        {"0 moves", none, QfMoves, QopEquals, "0", 0, 1},
-        {"1 half-move is 1 move", [](OvGameBuffer g) { KnightDance(g, 1); }, QfMoves, QopEquals, "1", 0, 1},
         {"79 half-moves are 40 moves", [](OvGameBuffer g) { KnightDance(g, 79); }, QfMoves, QopEquals, "40", 0, 1},
-        {"one Elo differs", [](OvGameBuffer g) { Elos(g, 2400, 2500); }, QfElo, QopNotEquals, "2400", 0, 1},
         {"Elo 0 is below", none, QfElo, QopBeginsWith, "2000", 0, 1},
-        {"Black Elo alone", [](OvGameBuffer g) { Elos(g, 2600, 1500); }, QfBlackElo, QopContains, "1500", 0, 1},
-        {"White not Alpha, Black is", [](OvGameBuffer g) { Players(g, "Beta", "Alpha"); }, QfWhite, QopNotEquals, "Alpha", 0, 1},
-        {"a player Alpha", [](OvGameBuffer g) { Players(g, "Beta", "ALPHA"); }, QfPlayer, QopEquals, "Alpha", 0, 1},
-        {"player Alpha excluded", [](OvGameBuffer g) { Players(g, "Alpha", "Beta"); }, QfPlayer, QopNotEquals, "Alpha", 0, 0},
         {"u umlaut never fits", [](OvGameBuffer g) { Players(g, "M\x81ller", ""); }, QfWhite, QopEquals, "M\xFCller", 0, 0},
-        {"n tilde fits", [](OvGameBuffer g) { Players(g, "Pe\xA4" "a", ""); }, QfPlayer, QopEquals, "pe\xF1" "a", 0, 1},
-        {"title begins", [](OvGameBuffer g) { IGGamePutTitle(g, 0, "WGM"); }, QfWhiteTitle, QopNotBeginsWith, "GM", 0, 1},
-        {"event contains", [](OvGameBuffer g) { IGGamePutPlace(g, "Geneva Open"); }, QfPlace, QopContains, "OPEN", 0, 1},
-        {"site", [](OvGameBuffer g) { IGGamePutSite(g, "Oslo"); }, QfSite, QopNotContains, "osl", 0, 0},
-        {"remark", [](OvGameBuffer g) { IGGamePutRemark(g, "blitz"); }, QfRemark, QopContains, "lit", 0, 1},
-        {"round", [](OvGameBuffer g) { IGGamePutRound(g, 7); }, QfRound, QopNotContains, "6", 0, 1},
-        {"load number", [](OvGameBuffer g) { IGGamePutSourceLoadnumber(g, 12); }, QfLoadnumber, QopEquals, "12", 0, 1},
         {"no result is *", none, QfResult, QopEquals, "*", 0, 1},
-        {"draw is no white win", [](OvGameBuffer g) { IGGamePutResult(g, 2, 0); }, QfResult, QopEquals, "1-0", 0, 0},
         {"unknown field", none, 23, QopEquals, "x", 0, 0},
         {"deleted game left out", [](OvGameBuffer g) { IGGamePutStatus(g, OvgStatusDeleted, 1); }, QfResult, QopEquals, "*", 0, 0},
         {"deleted game included", [](OvGameBuffer g) { IGGamePutStatus(g, OvgStatusDeleted, 1); }, QfResult, QopEquals, "*", 1, 1},

@@ -140,19 +140,6 @@ TEST_F(SearchProtocol, CallbackCallsOfEachSearch)
     }
 }
 
-TEST_F(SearchProtocol, BatchesFollowEachOtherAndNumberGamesFromOne)
-{
-    Reset(250);
-    SearchFakes().batchLimit = 70;  // as if the buffer held only 70 games
-    SearchAllHeaders();
-    EXPECT_EQ(FakeCallsStartingWith("OvgReadGames").back(), "OvgReadGames(100, 210, ptr, ptr, 65536, 100)");
-    const Log loads = FakeCallsStartingWith("GetGameHeader");
-    ASSERT_EQ(loads.size(), 250u);
-    for (int k = 0; k < 250; ++k)  // game k of a batch lies at places[k] - places[0]
-        EXPECT_EQ(loads[k], "GetGameHeader(1, #" + std::to_string(k + 1) + ", 0, 1)");
-    EXPECT_TRUE(host.triples.ends_with(" 0,250,250"));
-}
-
 // Batch searches hold the lock for the read only; the key search calls the
 // host with the lock held.
 TEST_F(SearchProtocol, WhereTheLockIsHeld)
@@ -175,37 +162,6 @@ TEST_F(SearchProtocol, WhereTheLockIsHeld)
     OvSearchKeyGames(File, 12, &Record, User);
     EXPECT_FALSE(host.lockFreeInCalls);
     EXPECT_EQ(FakeCallsStartingWith("DbsCBSearchKey"), Log{"DbsCBSearchKey(12, 2, 1, ptr)"});
-}
-
-TEST_F(SearchProtocol, PositionSearchTestsACopyAgainstThePattern)
-{
-    Reset(4);
-    sPosition start = StartPosition;
-    start.epSquare = 20;  // e3: no capture possible, cleared on the copy
-    OvSearchPosGames(File, &start, 0, &Record, User);
-    EXPECT_EQ(start.epSquare, 20);
-    EXPECT_EQ(Log(Fakes().calls.begin() + 3, Fakes().calls.begin() + 8),
-              (Log{"callback(0, 0, 4)", "NewGameErase(1)", "PatExactPosition(1)",
-                   "OvgReadGames(100, 0, ptr, ptr, 65536, 100)", "UnpackGame(1, #1, 2)"}))
-        << "the standard start is set by erasing, not put";
-    EXPECT_TRUE(FakeCallsStartingWith("IGGamePutSourceLoadnumber").empty());
-}
-
-TEST_F(SearchProtocol, DispatchByKind)
-{
-    // The kind, whether a board is given, and a call only that search makes.
-    const std::tuple<uint32_t, bool, const char*> cases[] = {
-        {3, false, "GetGameHeader"},            {QueryPosition, false, "GetGameHeader"},
-        {QueryPosition, true, "PatExactPosition"}, {QueryKeyGames, false, "DbsCBSearchKey(5"},
-        {QueryKeyMoves, true, "DbsCBSearchKey(5"}};
-    for (const auto& [kind, board, marker] : cases) {
-        Reset(1);
-        sQuery query = MakeQuery(kind);
-        query.key = 5;
-        query.position = board ? StartPosition : query.position;
-        OvSearchGameHdrs(File, &query, &Record, User);
-        EXPECT_FALSE(FakeCallsStartingWith(marker).empty()) << kind;
-    }
 }
 
 }  // namespace
