@@ -1,4 +1,4 @@
-// Game files: writing, reopening, loading, batches, delete marks, damaged
+// Game files: writing, reopening, loading, batches, damaged
 // files and refused handles.
 #include <fstream>
 #include <sstream>
@@ -94,17 +94,6 @@ TEST(GameFile, BulkWrittenGamesReadBackInBatches)
             ASSERT_EQ(IGGameGetGamelength(game), int32_t(SampleLines()[size_t(number) % 7].size()));
         }
     EXPECT_EQ(first, Games);
-
-    // A delete mark behind the first chunk; deleting twice is no failure.
-    EXPECT_EQ(OvgDeleteGame(file, 1050), 0);
-    EXPECT_EQ(OvgDeleteGame(file, 1050), 0);
-    EXPECT_EQ(OvgDeleteGame(file, Games + 1), -1);
-    EXPECT_EQ(OvgUndeleteGame(file, 0), -1);
-    EXPECT_EQ(IGFileStatus(file, 0), OvgFileOpen | OvgFileHasDeleted);
-    ASSERT_EQ(OvgLoadGameHeader(game, file, 1050), 1);
-    EXPECT_EQ(IGGameGetStatus(game, OvgStatusDeleted), 1);
-    EXPECT_EQ(OvgUndeleteGame(file, 1050), 0);
-    EXPECT_EQ(IGFileStatus(file, OvgFileHasDeleted), 0);
 
     // A small buffer takes fewer games, and the next batch starts behind them.
     const int32_t n = OvgReadGames(file, 2000, buffer.data(), places.data(), 300, 100);

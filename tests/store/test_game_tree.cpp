@@ -22,26 +22,6 @@ void BuildTree(uint32_t game)
     ASSERT_EQ(Play(game, {"d7d5"}), 1);
 }
 
-TEST(GameTree, SideLinesHangWhereTheBuilderPutsThemAndWalkingLeavesThem)
-{
-    GameHandle game;
-    BuildTree(game);
-    EXPECT_EQ(DescribeTree(game), "e2e4 e7e5 g1f3 (f2f4 e5f4 (d7d5 ) ) b8c6 ");
-    EXPECT_EQ(IGGameGetGamelength(game), 4);
-
-    EXPECT_EQ(IGGameGetCM(game), 5) << "standing after 2... d5 in the side line";
-    EXPECT_EQ(PlayMoves(game, -10), 4);
-    EXPECT_EQ(PlayMoves(game, -1), 0) << "nothing before the initial position";
-    EXPECT_EQ(IGGameGetMovePtr(game), IGGameGetFirstMove(game));
-    EXPECT_EQ(MoveText(IGNextMove(game)), "e2e4");
-    EXPECT_EQ(PlayMoves(game, 10), 4) << "forward runs on the main line";
-    EXPECT_EQ(IGNextMove(game), 0u);
-    EXPECT_EQ(IGGameGetBoard(game)->squares[BoardIndex(2, 5)], DrvBlackKnight);
-    EXPECT_EQ(NewGameRewind(game), 1);
-    EXPECT_EQ(IGGameGetCM(game), 1);
-    EXPECT_EQ(IGGameGetBoard(game)->squares[BoardIndex(6, 0)], DrvWhiteKnight);
-}
-
 TEST(GameTree, AcceptMoveFollowsAnExistingContinuationUnlessArmed)
 {
     GameHandle game;

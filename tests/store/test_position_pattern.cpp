@@ -39,15 +39,10 @@ protected:
         return hits;
     }
 
-    // A pattern from the position after `moves`, from the standard start or
-    // from the board of `pieces`.
-    void PatternAfter(uint32_t pattern, const std::vector<std::string>& moves, const char* pieces = nullptr)
+    // A pattern from the position after `moves` from the standard start.
+    void PatternAfter(uint32_t pattern, const std::vector<std::string>& moves)
     {
         NewGameErase(pattern);
-        if (pieces != nullptr) {
-            const BoardRecord board = BoardFromPieces(pieces);
-            ASSERT_EQ(BoardToInitialPosition(pattern, &board, 0xF0, 4, 21), 1);
-        }
         ASSERT_EQ(Play(pattern, moves), int(moves.size()));
         ASSERT_EQ(PatExactPosition(pattern), 1);
     }
@@ -59,26 +54,6 @@ protected:
     std::vector<uint32_t> places_ = std::vector<uint32_t>(101);
     int32_t games_ = 0;
 };
-
-TEST_F(PositionPattern, FindsPositionsOfMainLinesSideLinesAndTranspositions)
-{
-    GameHandle pattern;
-    const struct {
-        std::vector<std::string> moves;
-        const char* pieces;
-        std::vector<int32_t> hits;
-    } cases[] = {
-        {{"g1f3", "c7c5", "e2e4", "d7d6"}, nullptr, {3}},  // 1. e4 c5 2. Nf3 d6 by another order
-        {{}, nullptr, {1, 2, 3, 4, 5, 6, 7}},
-        {{"a2a3"}, nullptr, {}},
-        // The dressed game's side line 1... O-O 2. O-O-O.
-        {{"e5d6", "e8g8", "e1c1"}, "r3k2r/pp3ppp/8/3pP3/8/8/PPP2PPP/R3K2R", {8}},
-    };
-    for (const auto& c : cases) {
-        PatternAfter(pattern, c.moves, c.pieces);
-        EXPECT_EQ(Hits(pattern), c.hits) << c.moves.size();
-    }
-}
 
 TEST_F(PositionPattern, SideToMoveCastlingAndEnPassantCount)
 {
