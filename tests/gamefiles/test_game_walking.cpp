@@ -1,6 +1,5 @@
-// Walking a game buffer against the recording fakes: positions, the moves of
-// the main line, promotions, and playing back and forth.
-#include <climits>
+// Walking a game buffer against the recording fakes: positions and the moves
+// of the main line.
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -14,7 +13,6 @@ using CallLog = std::vector<std::string>;
 
 constexpr MoveXY E2E4{5, 2, 5, 4, 0};  // PackedMove 0x1C0C
 constexpr MoveXY E7E5{5, 7, 5, 5, 0};  // 0x2434
-constexpr MoveXY G1F3{7, 1, 6, 3, 0};  // 0x1506
 
 // With one game buffer allocated through the library and the log cleared.
 class GameWalking : public ::testing::Test {
@@ -92,61 +90,6 @@ TEST_F(GameWalking, MovesOfTheMainLineStopAtTheLimitWithoutMovingTheGame)
     PackedMove all[50] = {};
     EXPECT_EQ(OvGetMoves(game, all, 50), 40);
     EXPECT_EQ(std::pair(all[39], all[40]), std::pair(PackedMove(0x2434), PackedMove(0)));
-}
-
-TEST_F(GameWalking, PromotionPiecesReachTheWord)
-{
-    // a7-a8 for white, h2-h1 for black: the fifth value of the move decides; none is a queen.
-    for (const auto& [piece, expected] :
-         {std::pair<int32_t, PackedMove>{DrvWhiteKnight, 0xF830}, {0, 0x3830}, {DrvBlackKnight, 0xC70F}}) {
-        Game().mainLine = {piece != DrvBlackKnight ? MoveXY{1, 7, 1, 8, piece} : MoveXY{8, 2, 8, 1, piece}};
-        Game().played = 0;
-        PackedMove word = 0;
-        EXPECT_EQ(OvGetMoves(game, &word, 1), 1);
-        EXPECT_EQ(word, expected) << "piece " << piece;
-        EXPECT_EQ(OvGetNextMove(game), expected) << "piece " << piece;
-    }
-}
-
-TEST_F(GameWalking, PlayAndGotoWalkBackAndForth)
-{
-    Game().mainLine.assign(10, E2E4);
-    struct Step {
-        bool gotoMove;
-        int32_t argument;
-        int32_t result;
-        const char* driverCall;
-        int32_t played;
-    };
-    for (const Step& s : {
-             Step{false, 4, 4, "PlayMoves(1, 4)", 4},
-             Step{false, -1, 1, "PlayMoves(1, -1)", 3},
-             Step{true, 3, 0, "PlayMoves(1, 0)", 3},  // already there: a step of 0
-             Step{true, 0, 3, "PlayMoves(1, -3)", 0},
-             Step{false, -1, 0, "PlayMoves(1, -1)", 0},   // before the start
-             Step{true, 12, 10, "PlayMoves(1, 12)", 10},  // past the end
-             Step{true, INT32_MIN, 10, "PlayMoves(1, -2147483648)", 0},
-             Step{true, INT32_MAX, 10, "PlayMoves(1, 2147483647)", 10},
-         }) {
-        Fakes().calls.clear();
-        EXPECT_EQ(s.gotoMove ? OvGotoMove(game, s.argument) : OvPlayMoves(game, s.argument), s.result)
-            << s.driverCall;
-        EXPECT_EQ(Fakes().calls.back(), s.driverCall);
-        EXPECT_EQ(Game().played, s.played) << s.driverCall;
-    }
-
-    // The next move follows the current position, is not played by reading,
-    // and is 0 at the end and in a game without moves.
-    Game().mainLine = {E2E4, E7E5, G1F3};
-    Game().played = 2;
-    EXPECT_EQ(OvGetNextMove(game), 0x1506);
-    EXPECT_EQ(Game().played, 2);
-    Game().played = 3;
-    EXPECT_EQ(OvGetNextMove(game), 0);
-    Game().mainLine.clear();
-    Game().played = 0;
-    PackedMove moves[2] = {};
-    EXPECT_EQ(OvGetNextMove(game) + OvGetMoves(game, moves, 2), 0);
 }
 
 }  // namespace

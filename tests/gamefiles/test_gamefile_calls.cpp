@@ -38,7 +38,6 @@ constexpr size_t KeyCacheBytes = 32 * 2180;
 
 Results Status(OvGameBuffer) { return {OvFileStatus(5, 0)}; }
 Results Delete(OvGameBuffer) { return {OvDeleteGame(6, 2)}; }
-Results Undelete(OvGameBuffer) { return {OvUndeleteGame(6, 2)}; }
 const CallLog kOpenAndClose = {R"(IDOpenBase("/d/base.ovg", 0, 0))", "DbsKeyCacheOn(ptr, 32)", "DbsKeyCacheOff()",
                                "IDCloseBase(0)"};
 
@@ -57,13 +56,8 @@ const CallRow kRows[] = {
          return Results{OvCreateGamefile(("/" + std::string(300, 'd') + "/new.ovg").c_str())};
      },
      {0}, {}},
-    {"open, count and close pass through; close always says done",
-     {{"OvgOpenGamefile", 7}, {"OvgGetNumberOfGames", -1}, {"OvgCloseGamefile", 0}},
-     [](OvGameBuffer) { return Results{OvOpenGamefile("/d/a.ovg"), OvGetGamesCount(7), OvCloseGamefile(7)}; },
-     {7, -1, 1}, {R"(OvgOpenGamefile("/d/a.ovg", 0))", "OvgGetNumberOfGames(7)", "OvgCloseGamefile(7)"}},
     // File status keeps only the open and bulk bits, asking the key database for its own file.
     {"status 0xFF", {{"IGFileStatus", 0xFF}}, Status, {3}, {"IDIsDatabaseGamefile(5)", "IGFileStatus(5, 0)"}},
-    {"status 4", {{"IGFileStatus", 4}}, Status, {0}, {"IDIsDatabaseGamefile(5)", "IGFileStatus(5, 0)"}},
     {"database status", {{"IDIsDatabaseGamefile", 7}, {"DbsFileStatus", 5}}, Status, {1},
      {"IDIsDatabaseGamefile(5)", "DbsFileStatus(0)"}},
     {"bulk mode 2 takes the write lock, every other mode starts plainly", {{"OvgFileAction", 0}},
@@ -124,9 +118,6 @@ const CallRow kRows[] = {
          return results;
      },
      {0}, {"IGGameOpenGame()"}},
-    {"free always says done", {},
-     [](OvGameBuffer game) { return Results{OvFreeGameBuffer(game), OvFreeGameBuffer(game), OvFreeGameBuffer(0)}; },
-     {1, 1, 1}, {"IGGameCloseGame(1)", "IGGameCloseGame(1)", "IGGameCloseGame(0)"}},
     {"reads hold the lock for the load only and record the source after", {},
      [](OvGameBuffer game) {
          Results results{OvReadGame(game, 3, 12), Fakes().games[game].sourceNumber};
@@ -175,9 +166,6 @@ const CallRow kRows[] = {
     {"delete in the database", {{"IDIsDatabaseGamefile", 1}}, Delete, {1},
      {"OvgDeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(1)"}},
     {"refused delete", {{"OvgDeleteGame", -1}, {"IDIsDatabaseGamefile", 1}}, Delete, {0}, {"OvgDeleteGame(6, 2)"}},
-    {"delete answered 1", {{"OvgDeleteGame", 1}, {"IDIsDatabaseGamefile", 1}}, Delete, {0}, {"OvgDeleteGame(6, 2)"}},
-    {"undelete in the database", {{"IDIsDatabaseGamefile", 1}}, Undelete, {1},
-     {"OvgUndeleteGame(6, 2)", "IDIsDatabaseGamefile(6)", "DbsAdjustDeletedGames(-1)"}},
 };
 
 TEST(GamefileCalls, EachCallMakesItsDriverCallsAndGivesItsResults)
