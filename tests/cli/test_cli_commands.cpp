@@ -104,7 +104,6 @@ TEST_F(OrvanCommands, CommandsGiveTheirExitCodeAndOutput)
         {"search games.ovg --fen 'rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 1 2'", 0, "1 game\n"},
         {"show games.ovg 1 --ply 3", 0, "(1... d5 2. c4 {the Queen's Gambit})"},
         {"show games.ovg 1 --ply 3", 0, "FEN rnbqkbnr/pp1ppppp/2p5/8/3P4/8/PPPNPPPP/R1BQKBNR b KQkq - 0 2"},
-        {"export games.ovg round=5", 0, "[Round \"5\"]"},
         {"stats games.ovg", 0, "1950s"},
         {"search missing.ovg", 3, "orvan search: missing.ovg: no such file"},
         {"search notes.txt", 3, "orvan search: notes.txt: not a game file"},
