@@ -1,5 +1,4 @@
-// Test-only: the games of the self-play corpus one by one, read by the PGN
-// reader, for the chess tests that compare two ways of answering on them.
+// Test-only: the corpus games one by one, for the chess tests that compare two ways of answering.
 #ifndef ORVAN_TESTS_CHESS_CORPUS_GAMES_H
 #define ORVAN_TESTS_CHESS_CORPUS_GAMES_H
 
@@ -13,8 +12,7 @@
 
 using CorpusGameVisitor = std::function<bool(const PgnGame&)>;
 
-// Calls `visit` with each game of the corpus until it returns false. False
-// when the corpus cannot be read.
+// Calls `visit` with each game until it returns false; false when the corpus cannot be read.
 inline bool VisitCorpusGames(const CorpusGameVisitor& visit)
 {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(CorpusPath, "rb"), &std::fclose);

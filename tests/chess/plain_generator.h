@@ -1,8 +1,5 @@
-// The move generator as plainly as it can be written, for comparison with
-// the library's: edge tests step by step and every free candidate tried on a
-// copy of the record. The library's shortcuts (ray tables, square sets,
-// pinned lines, the shared check test, the lone king's steps) must give the
-// same answers.
+// The move generator as plainly as it can be written: edge tests step by step, every free candidate
+// tried on a copy of the record. The library's shortcuts must give the same answers.
 #ifndef ORVAN_TESTS_CHESS_PLAIN_GENERATOR_H
 #define ORVAN_TESTS_CHESS_PLAIN_GENERATOR_H
 
@@ -17,12 +14,10 @@ std::vector<int> PlainDestinations(const sPosition& position, int from);
 // Whether no man of the side to move has a legal destination.
 bool PlainHasNoMove(const sPosition& position);
 
-// Bit 1 when another man of the mover's code on another file may legally go
-// to the move's to square, bit 2 when one on the same file may.
+// Bit 1 when another man of the mover's code on another file may legally go there, bit 2 on the same file.
 int PlainAmbiguity(const sPosition& position, uint32_t move);
 
-// After the move: 1 when the side to move is in check, 2 when it has no
-// legal move, 3 both.
+// After the move: 1 when the side to move is in check, 2 when it has no legal move, 3 both.
 int PlainOutcome(const sPosition& position, uint32_t move);
 
 #endif

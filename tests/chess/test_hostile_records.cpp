@@ -1,5 +1,4 @@
-// Records with any byte values: the operations stay inside their buffers, give
-// the record back unchanged, and the generator agrees with the plain one.
+// Records with any bytes: operations stay in their buffers, leave the record, agree with the plain generator.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,8 +28,7 @@ TEST(HostileRecords, StayInsideAndComeBackUnchanged)
 {
     std::mt19937 random(70);
     for (int round = 0; round < 20000; ++round) {
-        // Most boards take the piece codes and their near misses, so that the
-        // men meet often enough to move; some have kings and rooks at home.
+        // Most boards take piece codes and near misses, so men meet; some have kings and rooks at home.
         sPosition position = RandomBytes<sPosition>(random);
         if (round % 4 != 0)
             for (uint8_t& square : position.board)
@@ -53,15 +51,13 @@ TEST(HostileRecords, StayInsideAndComeBackUnchanged)
             const int count = GenerateDestinations(&position, from, destinations);
             ASSERT_LE(count, MaxDestinations);
             ASSERT_EQ(destinations[MaxDestinations], -7);
-            // The generator's shortcuts for pins and checks agree with the
-            // plain trial of each move, and the list with the plain walk.
+            // Shortcuts for pins and checks agree with the plain trial, the list with the plain walk.
             for (int i = 0; i < count; ++i) {
                 sPosition trial = position;
                 ASSERT_EQ(MoveKeepsKingSafe(&trial, from, destinations[i]), 1) << from << "-" << destinations[i];
             }
             const std::vector<int> list(destinations, destinations + count);
             ASSERT_EQ(list, PlainDestinations(position, from)) << "from " << from;
-            // The single-move test walks the same way but stops at its target.
             const int to = static_cast<int>(random() % 64);
             ASSERT_EQ(MoveIsLegal(&position, static_cast<uint32_t>(from | to << 8)),
                       std::find(list.begin(), list.end(), to) != list.end() ? 1 : 0)

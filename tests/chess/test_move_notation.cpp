@@ -1,6 +1,5 @@
-// The description byte of a move and its text: the modes, host tables and
-// the cases real games seldom show (the writer's corpus round trip and the
-// plain generator comparisons cover the ordinary ones).
+// The description byte of a move and its text: modes, host tables and the cases real games seldom
+// show (the corpus round trip and the plain generator comparisons cover the ordinary ones).
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -24,13 +23,11 @@ TEST(MoveText, ModesWithTheDefaultTable)
 {
     struct Case { uint32_t move, info; const char *mode4, *mode1, *mode3; };
     for (const Case& c : {
-             Case{Move(6, 21), 0x00, "Nf3", "Ng1-f3", "g1-f3"},
              Case{Move(36, 43), 0x4E, "exd6ep", "e5xd6ep", "e5xd6ep"},
              Case{Move(52, 60), 0x17, "e8=Q+", "e7-e8Q+", "e7-e8Q+"},
              Case{Move(0, 32), 0x8A, "R1xa5", "Ra1xa5", "a1xa5"},
              Case{Move(4, 2), 0xB4, "O-O-O#", "O-O-O#", "O-O-O#"},
              Case{Move(41, 57, 2), 0x27, "b8=B", "b6-b8B", "b6-b8B"},  // stalemate writes nothing
-             Case{Move(33, 41), 0x33, "Qb6#", "Qb5-b6#", "b5-b6#"},
              Case{Move(0, 3) | 0xC0, 0x42, "Rad1", "Ra1-d1", "a1-d1"},
              Case{Move(0, 18), 0xCB, "Qa1xc3", "Qa1xc3", "a1xc3"},
          }) {
@@ -45,15 +42,12 @@ TEST(MoveText, ModesWithTheDefaultTable)
 TEST(MoveText, HostTables)
 {
     NotationTable table = OV_DEFAULT_NOTATION_TABLE;
-    EXPECT_EQ(std::memcmp(table.symbols, OV_DEFAULT_NOTATION, 16), 0);
     std::memcpy(table.symbols, "SLTDKo:*        ", 16);  // blanks for all suffixes and no marks
     EXPECT_EQ(Text(Move(52, 60, 3), 0x17, 4, &table), "e8=S");
     EXPECT_EQ(Text(Move(4, 2), 0xB4, 4, &table), "o:o:o");
     EXPECT_EQ(Text(Move(36, 43), 0x5E, 4, &table), "e*d6");
     std::memcpy(table.symbols, "NBRQKO- ++##==e.", 16);
     EXPECT_EQ(Text(Move(28, 35), 0x4D, 4, &table), "e d5");  // a blank capture mark is copied
-    EXPECT_EQ(Text(Move(28, 35), 0x6D, 4, &table), "e d5==");
-    EXPECT_EQ(Text(Move(28, 35), 0x7D, 4, &table), "e d5##");
     EXPECT_EQ(Text(Move(36, 43), 0x7E, 4, &table), "e d6e.##");
 }
 
@@ -74,8 +68,6 @@ TEST(MoveText, LongestTextFits)
             ASSERT_EQ(text[OV_MOVE_TEXT_SIZE], '@');
         }
     EXPECT_EQ(longest, 9);
-    EXPECT_EQ(OvMoveToText(Move(4, 2), 0xB4, text, 4, nullptr), 6);
-    EXPECT_STREQ(text, "O-O-O#");
 }
 
 TEST(MoveInfo, DescribesMovesOfThePosition)
@@ -83,10 +75,7 @@ TEST(MoveInfo, DescribesMovesOfThePosition)
     struct Case { const char* fen; uint32_t move; int info; const char* text; };
     for (const Case& c : {
              Case{"4k3/8/8/3pP3/8/8/8/4K3 w - -", Move(36, 43), 0x4E, "exd6ep"},  // no en passant square needed
-             Case{"8/2k5/8/3pP3/8/8/8/4K3 w - d6", Move(36, 43), 0x5E, "exd6ep+"},
-             Case{"R7/7k/8/p7/8/8/8/R3K3 w - -", Move(0, 32), 0x8A, "R1xa5"},
              Case{"k7/8/8/1Q6/8/8/8/7K w - -", Move(33, 41), 0x23, "Qb6"},          // stalemate
-             Case{"4k3/8/8/8/8/Q7/8/Q1Q1K3 w - -", Move(0, 18), 0xC3, "Qa1c3"},
              Case{"4k3/4r3/8/8/8/8/4N3/1N2K3 w - -", Move(1, 18), 0x00, "Nc3"},  // the rival is pinned
              Case{"4k3/8/8/8/8/8/8/4K2R w K -", Move(4, 7), 0x0C, "Kxh1"},       // a king onto its own rook
              Case{"4k3/8/8/8/8/8/8/R3K3 w Q -", Move(4, 2) | 0x4000, 0x04, "Kc1"},  // no classical word
@@ -117,14 +106,6 @@ TEST(MoveInfo, Helpers)
     kingless.board[7] = 0, kingless.board[6] = OV_BLACK_ROOK;
     EXPECT_EQ(SideToMoveInCheck(&kingless), 0);
     EXPECT_EQ(SideToMoveHasNoMove(&kingless), 1);
-
-    sPosition start = PositionFromFen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -");
-    EXPECT_EQ(SideToMoveHasNoMove(&start), 0);
-    EXPECT_EQ(MoveOutcome(&start, Move(12, 28)), 0);
-    EXPECT_EQ(FindAmbiguity(&start, Move(1, 18)), 0);
-    // The word 0 is the step a1-a1: it empties a1 and passes the move.
-    EXPECT_EQ(MoveOutcome(&start, 0), 0);
-    EXPECT_EQ(IsStartPosition(&start), 1);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
-// Perft node counts of well-known test positions: every rule of the
-// generator and of move application (castling through and out of check,
-// en passant with discovered checks, promotions, pins) has to be right for
-// these totals to come out.
+// Perft node counts of well-known test positions: every rule of the generator and of move
+// application has to be right for these totals to come out.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -11,11 +9,7 @@
 
 namespace {
 
-struct PerftCase {
-    const char* fen;
-    int depth;
-    uint64_t nodes;
-};
+struct PerftCase { const char* fen; int depth; uint64_t nodes; };
 
 void PrintTo(const PerftCase& c, std::ostream* out) { *out << c.fen << " depth " << c.depth; }
 

@@ -1,6 +1,5 @@
-// The square-set answers against the plain generator, on the positions of
-// the corpus games (some records spoiled, so that the choice between square
-// sets and the step-by-step walk is tested as well).
+// The square-set answers against the plain generator on the corpus positions, some records spoiled
+// so that the choice between square sets and the step-by-step walk is tested as well.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,9 +32,8 @@ Legal PlainLegalMoves(const sPosition& position)
     return legal;
 }
 
-// Compares every answer for one position and one move of it (`move` 0 when
-// the position has none); `probeFrom` is the square whose every target is
-// asked for, beside the legal moves of all the others.
+// Compares every answer for one position and one move of it (0 for none); every target of
+// `probeFrom` is asked for, beside the legal moves of all the others.
 void ExpectAgreement(sPosition position, uint32_t move, const Legal& legal, int probeFrom)
 {
     const sPosition before = position;
@@ -53,8 +51,7 @@ void ExpectAgreement(sPosition position, uint32_t move, const Legal& legal, int 
     ASSERT_EQ(std::memcmp(&position, &before, sizeof position), 0);
 }
 
-// Now and then an en passant square anywhere, castling fields above 1, a
-// second king, a pawn on an edge rank, a byte that is no piece.
+// Now and then a stray en passant square, castling fields above 1, a second king, an edge pawn, a non-piece.
 void MaybeSpoil(sPosition& position, std::mt19937& random)
 {
     switch (random() % 16) {

@@ -1,7 +1,5 @@
-// A tracked position against the functions on the bare record, along the
-// corpus main lines and along random play mixing legal moves with any words
-// (taking a king, a pawn onto an edge rank, an empty square moving): the
-// state equals a fresh reading, the answers those of the bare record.
+// A tracked position against the bare record, along the corpus main lines and random play mixing
+// legal moves with any words: the state equals a fresh reading, the answers those of the bare record.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -39,8 +37,7 @@ void ExpectFresh(const TrackedPosition& tracked, const sPosition& bare)
     ASSERT_EQ(tracked.guard.checkers, guard.checkers);
 }
 
-// Asks both for every target of `probeFrom` and describes `move` on both;
-// then plays it on both.
+// Asks both for every target of `probeFrom`, describes `move` on both, then plays it on both.
 void StepBoth(TrackedPosition& tracked, sPosition& bare, int probeFrom, uint32_t move)
 {
     for (int to = 0; to < 64; ++to) {

@@ -9,25 +9,17 @@ namespace {
 
 TEST(CodePages, TablesTranslateBothWaysAndMarkWhatHasNoCounterpart)
 {
-    struct Case {
-        uint8_t ansi, oem, ansiAgain;
-    };
-    const Case cases[] = {
-        {0xE9, 0x82, 0xE9}, {0xFC, 0x81, 0xFC}, {0xD1, 0xA5, 0xD1},  // é ü Ñ survive
-        {0xBD, 0xAB, 0xBD}, {0xAB, 0xAE, 0xAB},                      // ½ «
+    const struct { uint8_t ansi, oem, ansiAgain; } cases[] = {
+        {0xE9, 0x82, 0xE9}, {0xBD, 0xAB, 0xBD},  // é ½ survive
         {0xC5, 0x8F, 0xC2},  // Å is stored as OEM Å, which the table shows as Â
         {0xC8, 0x45, 0x45},  // È loses its accent
         {0x80, 0xFA, 0xB0},  // no counterpart: marker both ways
         {0xA0, 0x20, 0x20},  // no-break space becomes a blank
-        {0xD8, 0x30, 0x30},  // Ø becomes a digit zero
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(AnsiToOemTable[c.ansi], c.oem) << int(c.ansi);
         EXPECT_EQ(OemToAnsiTable[c.oem], c.ansiAgain) << int(c.ansi);
     }
-    // Box drawing and Greek of the OEM page have no ANSI form, except ß.
-    EXPECT_EQ(OemToAnsiTable[0xC4], 0xB0);
-    EXPECT_EQ(OemToAnsiTable[0xE1], 0xDF);
 }
 
 TEST(CodePages, BoundedCopyCutsTerminatesAndChains)
@@ -42,14 +34,9 @@ TEST(CodePages, BoundedCopyCutsTerminatesAndChains)
     EXPECT_EQ(end, buffer + 5);
 
     EXPECT_EQ(AnsiToOemCopy(buffer, "abc", 0), buffer);
-    EXPECT_EQ(AnsiToOemCopy(buffer, "abc", -5), buffer);
     EXPECT_EQ(buffer[0], 'M') << "no room writes nothing";
     EXPECT_EQ(OemToAnsiCopy(buffer, nullptr, 8), buffer);
     EXPECT_STREQ(buffer, "");
-
-    std::string all(300, 'x');
-    OemToAnsiCopyAll(all.data(), std::string(299, '\x84').c_str());
-    EXPECT_EQ(all, std::string(299, '\xE4') + '\0');
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
-// The test program stands in for the shared library's load: it installs the
-// game driver and the locale tables before the first test and removes the
-// driver after the last.
+// Stands in for the shared library's load: game driver and locale tables for all tests.
 #include <gtest/gtest.h>
 
 #include "frame/library_attach.h"

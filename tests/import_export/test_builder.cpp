@@ -1,5 +1,4 @@
-// The game builder against the real store: comment lines, glyph texts, the
-// initial position, the branch stack and what the header becomes.
+// The game builder against the real store: comment lines, the initial position, the branch stack.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,7 +9,6 @@
 #include "pgn/read/game_builder.h"
 #include "frame/owned_game_buffer.h"
 #include "siblings/game_driver.h"
-#include "store_helpers.h"
 #include "support/capture.h"
 
 namespace {
@@ -50,36 +48,22 @@ protected:
     PgnGameStorage storage;
 };
 
-TEST_F(Builder, CommentsAndGlyphsOfAMove)
+TEST_F(Builder, CommentTooLongForTheStoreKeepsTheOneBefore)
 {
     const MoveXY e4{5, 2, 5, 4, 0};
     AcceptMove(g, &e4);
     const uint32_t node = IGGameGetMovePtr(g);
-    const std::string thirty(30, 'a');
     // Lines of 30 characters; a blank where a line is cut stays at its end.
-    const std::pair<std::string, std::vector<std::string>> comments[] = {
-        {thirty, {thirty}},
-        {std::string(25, 'x') + "  " + std::string(10, 'y'), {std::string(25, 'x') + " ", std::string(10, 'y')}},
-        {"   " + std::string(40, 'z'), {"   " + std::string(27, 'z'), std::string(13, 'z')}},
-    };
-    for (const auto& [text, lines] : comments) {
-        EXPECT_EQ(PutPgnComment(text.c_str(), node), 0);
-        EXPECT_EQ(CommentLines(node), lines) << text;
-    }
+    const std::string before = std::string(25, 'x') + "  " + std::string(10, 'y');
+    EXPECT_EQ(PutPgnComment(before.c_str(), node), 0);
+    EXPECT_EQ(CommentLines(node), (std::vector<std::string>{std::string(25, 'x') + " ", std::string(10, 'y')}));
     std::string tooLong;
     while (tooLong.size() < CommentBlockSize)
         tooLong += "word ";
     TraceCapture trace;
     EXPECT_EQ(PutPgnComment(tooLong.c_str(), node), 1);
-    EXPECT_EQ(CommentLines(node).size(), 2u);  // the comment before stays
+    EXPECT_EQ(CommentLines(node).size(), 2u);
     EXPECT_EQ(trace.lines.size(), 1u);
-
-    for (const auto& [nags, expected] : {std::pair<uint16_t, const char*>{1 | 14 << 8, "!14"}, {255, "255"}}) {
-        EXPECT_EQ(PutPgnGlyphs(nags, node), 0);
-        char text[OvgTextSize] = "";
-        IGMoveGetSComment(node, text);
-        EXPECT_STREQ(text, expected);
-    }
 }
 
 TEST_F(Builder, SetUpPositionCarriesPlyCastlingAndEnPassant)
@@ -126,23 +110,6 @@ TEST_F(Builder, CorruptTreeStopsWithABox)
     EXPECT_EQ(BuildPgnGame(*storage.Game(), g), 1);
     ASSERT_EQ(boxes.boxes.size(), 1u);
     EXPECT_NE(boxes.boxes[0].text.find("Move tree corrupt."), std::string::npos);
-}
-
-TEST_F(Builder, HeaderStatusAndRootComment)
-{
-    HGLOBAL text = MemoryText(
-        "[Event \"Club\"]\n[White \"M\xFCller\"]\n[WhiteElo \"2400\"]\n[Round \"3\"]\n"
-        "[Date \"1998.08.??\"]\n[WhiteTime \"1:30\"]\n[Result \"*\"]\n\n{Before} 1. e4 $1 e5 (1... c5) *\n");
-    ASSERT_EQ(OvMemReadPgnGame(g, text, 0, "NBRQK"), 0);
-    GlobalFree(text);
-    const int32_t* date = IGGameGetDate(g, nullptr);
-    EXPECT_EQ(std::string(IGGameGetPlace(g, nullptr)) + "|" + IGGameGetPlayer(g, 0, nullptr), "Club|M\x81ller");
-    EXPECT_EQ((std::vector<int32_t>{IGGameGetElo(g, 0), IGGameGetElo(g, 1), IGGameGetRound(g), IGGameGetTime(g, 0),
-                                    date[0], date[1], date[2], IGGameGetResult(g, 0),
-                                    IGGameGetStatus(g, OvgStatusAnnotated), IGGameGetStatus(g, OvgStatusVariations),
-                                    IGGameGetStatus(g, OvgStatusSetUp)}),
-              (std::vector<int32_t>{2400, 0, 3, 90, 1998, 8, 0, 0, 1, 1, 0}));
-    EXPECT_EQ(CommentLines(IGGameGetFirstMove(g)), std::vector<std::string>{"Before"});
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
-// The corpus end to end: every game imported into a new game file, exported,
-// and read again is the original game, apart from what the store's forms
-// change by design: glyphs ahead of the first move are lost, comments lose
-// blanks at their ends, tags pass through code page 437. (The corpus has no
-// move with two glyphs and no comment too long for the store; the builder and
-// annotation form tests check those forms.)
+// The corpus imported into a new game file, exported and read again is the original, apart from
+// the store's forms: glyphs ahead of the first move are lost, comments lose blanks at their ends,
+// tags pass through code page 437.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -25,9 +25,6 @@ TEST(PgnMoveTree, LinesStandDepthFirstWithBranchMarks)
          {"e2e4", "e7e5*", "g1f3", "b8c6|", "c7c5*", "g1f3|", "e7e6|"}, 4, 7},
         // Sub-lines of a line come from its last moves back to its first.
         {"1. e4 (1. d4) e5 (1... c5) *", {"e2e4*", "e7e5*|", "c7c5|", "d2d4|"}, 2, 4},
-        // A variation inside a variation stands right behind its own line.
-        {"1. e4 e5 (1... c5 2. Nf3 (2. c3) d6) 2. Nf3 *",
-         {"e2e4", "e7e5*", "g1f3|", "c7c5", "g1f3*", "d7d6|", "c2c3|"}, 3, 7},
         // ";" inside a variation separates two alternatives.
         {"1. e4 (1. d4 ; 1. c4) e5 *", {"e2e4*", "e7e5|", "d2d4*|", "c2c4|"}, 2, 4},
         // An empty pair of brackets ends the main line in front of its move.
@@ -43,24 +40,12 @@ TEST(PgnMoveTree, LinesStandDepthFirstWithBranchMarks)
     }
 }
 
-TEST(PgnMoveTree, AnnotationsFollowTheirMovesIntoTheTree)
-{
-    ReadGame game = ReadOne(Game(
-        "{root} 1. e4 {king pawn} $1 e5 ({before} 1... c5 {sicilian} ! 2. Nf3 $14) 2. Nf3 {knight} *"));
-    ASSERT_EQ(game.Words(), (Moves{"e2e4", "e7e5*", "g1f3|", "c7c5", "g1f3|"}));
-    EXPECT_EQ(game.comments, (std::map<uint32_t, std::string>{
-                                 {0, "root"}, {1, "king pawn"}, {2, "before"}, {3, "knight"}, {4, "sicilian"}}));
-    EXPECT_EQ(game.nags, (std::map<uint32_t, uint16_t>{{1, 1}, {4, 1}, {5, 14}}));
-}
-
 TEST(PgnMoveTree, IllegalMoveCutsItsLineAndReportsIt)
 {
     // The colour letter goes by the token's place in the list.
     const struct { const char* movetext; Moves moves; const char* lastTrace; } cases[] = {
         {"1. e4 e5 2. Nf3 Ke7 3. Bb5 Qd6 *", {"e2e4", "e7e5", "g1f3", "e8e7", "f1b5|"},
          "OrvanDll: 3b (6/6) illegal, game truncated."},
-        {"1. e4 e5 (1... e6 2. Qh5 Kd6) 2. Nf3 *", {"e2e4", "e7e5*", "g1f3|", "e7e6", "d1h5|"},
-         "OrvanDll: 3w (5/6) illegal, game truncated."},
         {"1. e5 e4 *", {}, "OrvanDll: 1w (1/2) illegal, game truncated."},  // still reaches the callback
     };
     for (const auto& c : cases) {

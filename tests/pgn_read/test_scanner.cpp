@@ -38,23 +38,16 @@ Tokens TokensOf(const std::string& text)
 
 TEST(PgnScanner, SplitsTokensAndStrings)
 {
-    const std::string x300(300, 'x'), v300(300, 'v'), glyph = '$' + std::string(299, '1');
-    const struct {
-        std::string text;
-        Tokens tokens;
-    } cases[] = {
-        {"12...Nf6\n", {"12", ".", ".", ".", "Nf6"}},
+    const std::string x300(300, 'x'), v300(300, 'v');
+    const struct { std::string text; Tokens tokens; } cases[] = {
         {"Nf3!? $14! e4?\n", {"Nf3", "!?", "$14!", "e4", "?"}},
-        {"[White\"Kasparov, G.\"]\n", {"[", "White", "\"Kasparov, G.\"", "]"}},
         {"{a}(b)<c>;\n", {"{", "a", "}", "(", "b", ")", "<", "c", ">", ";"}},
         {"e4;x%y d5\n", {"e4;x%y", "d5"}},
         {"% escape line [Event \"x\"]\ne4 %rest\n  %another\nd5\n", {"e4", "d5"}},
         {"1/2-\n\n  1/2 e4\n", {"1/2-1/2", "e4"}},
-        {"O-  O e4\n", {"O-O", "e4"}},
         {"a-\n{ b\n", {"a-", "{", "b"}},
         {"\t\v\r\n\xe9t\xe9 e4\r\n", {"\xe9t\xe9", "e4"}},
         // Strings keep their escapes and lose their outer blanks.
-        {"\"a\\\"b\"\n", {"\"a\\\"b\""}},
         {"\"  two  words \t\"\n", {"\"two  words\""}},
         {"\"   \" e4\n", {"\"\"", "e4"}},
         {"\"unclosed\ne4\n", {"\"unclosed\"", "e4"}},
@@ -62,7 +55,6 @@ TEST(PgnScanner, SplitsTokensAndStrings)
         // Long tokens are cut at 255 characters; a cut string's rest is thrown
         // away up to its closing quote, escapes and line ends included.
         {x300 + "{c\n", {x300.substr(0, 255), "{", "c"}},
-        {glyph + " e4\n", {glyph.substr(0, 255), "e4"}},
         {'"' + v300 + "\\\"\nmore\" e4\n", {'"' + v300.substr(0, 255) + '"', "e4"}},
         {'"' + v300.substr(0, 254) + "\\\"still\" e4\n", {'"' + v300.substr(0, 254) + "\\\"", "e4"}},
     };

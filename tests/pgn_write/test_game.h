@@ -14,10 +14,7 @@
 #include "pgn_write/sink_text.h"
 
 // A square by name, "e4".
-constexpr int Square(std::string_view name)
-{
-    return (name[0] - 'a') + 8 * (name[1] - '1');
-}
+constexpr int Square(std::string_view name) { return (name[0] - 'a') + 8 * (name[1] - '1'); }
 
 class TestGame {
 public:
@@ -25,10 +22,9 @@ public:
 
     PgnGame& game() { return *storage_.Game(); }
 
-    // The flat tree, entry by entry: "e2e4", "e7e8n" (promotion to a knight),
-    // then "B" for MoveBranch and "E" for MoveLineEnd. moveCount becomes the
-    // length of the first line; treeCount the number of entries when any entry
-    // carries MoveBranch, else 0.
+    // The flat tree, entry by entry: "e2e4", "e7e8n" (promotion to a knight), then "B" for MoveBranch
+    // and "E" for MoveLineEnd. moveCount becomes the length of the first line; treeCount the number
+    // of entries when any entry carries MoveBranch, else 0.
     TestGame& Tree(std::initializer_list<std::string_view> entries)
     {
         PgnGame& record = game();
@@ -36,8 +32,7 @@ public:
         record.moveCount = 0;
         for (std::string_view entry : entries) {
             std::string_view marks = entry.substr(4);
-            uint32_t word = static_cast<uint32_t>(Square(entry.substr(0, 2)) |
-                                                  Square(entry.substr(2, 2)) << 8);
+            uint32_t word = static_cast<uint32_t>(Square(entry.substr(0, 2)) | Square(entry.substr(2, 2)) << 8);
             word |= marks.find('n') != marks.npos ? 0xC000 : 0;
             word |= marks.find('B') != marks.npos ? MoveBranch : 0;
             word |= marks.find('E') != marks.npos ? MoveLineEnd : 0;
@@ -53,10 +48,9 @@ public:
         return *this;
     }
 
-    // A set-up start position: these men on an otherwise empty board, no
-    // castling rights, no en passant square.
-    TestGame& SetUp(std::initializer_list<std::pair<std::string_view, uint8_t>> men,
-                    uint8_t sideToMove, uint32_t firstMoveNumber)
+    // A set-up start position: these men on an otherwise empty board, no castling, no en passant.
+    TestGame& SetUp(std::initializer_list<std::pair<std::string_view, uint8_t>> men, uint8_t sideToMove,
+                    uint32_t firstMoveNumber)
     {
         sPosition& position = *game().position;
         std::memset(&position, 0, sizeof position);
@@ -78,11 +72,7 @@ public:
         record.commentUsed += static_cast<uint32_t>(text.size() + 1);
         return *this;
     }
-    TestGame& Nags(uint32_t entry, uint16_t word)
-    {
-        game().nags[entry] = word;
-        return *this;
-    }
+    TestGame& Nags(uint32_t entry, uint16_t word) { return game().nags[entry] = word, *this; }
 
     TestGame& Tag(PgnTagNumber tag, std::string_view value)
     {
@@ -99,8 +89,7 @@ public:
         return TakeText(sink);
     }
 
-    // The movetext alone: what stands behind the empty line that ends the
-    // tag section, without the two final line feeds.
+    // The movetext alone: behind the empty line that ends the tags, without the two final line feeds.
     std::string Movetext()
     {
         std::string text = Text();

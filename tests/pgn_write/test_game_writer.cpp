@@ -1,30 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <string>
 
 #include "pgn_write/test_game.h"
 
 namespace {
-
-TEST(PgnWriteGame, SetUpGameWithCommentsGlyphAndVariation)
-{
-    TestGame game;
-    game.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 11);
-    game.Tree({"e2e4", "e8d7B", "e1f2E", "e8e7", "e1f2E"})
-        .Comment(0, "Start")
-        .Nags(1, 1)
-        .Comment(1, "Best")
-        .Tag(TagDate, "1998.08.??")
-        .Tag(TagResult, "1-0");
-    ASSERT_EQ(game.game().moveCount, 3u);
-    ASSERT_EQ(game.game().treeCount, 5u);
-    EXPECT_EQ(game.Text(), "[Event \"?\"]\n[Site \"?\"]\n[Date \"1998.08.??\"]\n[Round \"?\"]\n[White \"?\"]\n"
-                           "[Black \"?\"]\n[Result \"1-0\"]\n[SetUp \"1\"]\n"
-                           "[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 12\"]\n\n"
-                           "{Start} 12. e4 $1 {Best} 12... Kd7 (12... Ke7 13. Kf2) 13. Kf2 1-0\n\n");
-}
 
 TEST(PgnWriteGame, TagSectionOrderAndRules)
 {
@@ -55,9 +36,6 @@ TEST(PgnWriteGame, SetUpNumberAndStartPositionTest)
                   std::string::npos)
             << text;
     }
-    TestGame blackToMove;
-    blackToMove.game().position->sideToMove = 0;
-    EXPECT_NE(blackToMove.Text().find("[SetUp \"1\"]"), std::string::npos);
 }
 
 TEST(PgnWriteGame, EmptySlotsAndEmptyResult)
@@ -80,27 +58,6 @@ TEST(PgnWriteGame, LongValuesAreWrittenWholeWithoutEscapes)
     std::string text = game.Text();
     EXPECT_NE(text.find("[Event \"" + quoted + "\"]\n[Site \"" + std::string(PGN_TAG_SIZE - 1, 's')),
               std::string::npos);
-}
-
-TEST(PgnWriteGame, FileAndMemoryGiveTheSameBytes)
-{
-    TestGame game;
-    game.Tree({"e2e4", "e7e5B", "g1f3E", "c7c5E"})
-        .Comment(2, "a " + std::string(9000, 'w') + " tail")  // more than the file sink collects
-        .Tag(TagResult, "0-1");
-    std::string memory = game.Text();
-
-    std::FILE* file = std::tmpfile();
-    ASSERT_NE(file, nullptr);
-    PgnSink sink(file);
-    PgnWriteGame(sink, game.game());
-    PgnWriteGame(sink, game.game());
-    // Everything has reached the stream when the call returns.
-    std::rewind(file);
-    std::string written(2 * memory.size() + 1, '\0');
-    written.resize(std::fread(written.data(), 1, written.size(), file));
-    std::fclose(file);
-    EXPECT_EQ(written, memory + memory);
 }
 
 }  // namespace

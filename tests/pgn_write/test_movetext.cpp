@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -23,9 +22,6 @@ TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
         // numbers follow comments and variations, not glyphs
         {{"e2e4", "e7e5", "g1f3", "b8c6B", "f1b5", "a7a6E", "d7d6", "d2d4E"}, {{3, "Usual"}, {5, "text"}}, {{5, 1}},
          "*", "1. e4 e5 2. Nf3 {Usual} 2... Nc6 (2... d6 3. d4) 3. Bb5 $1 {text} 3... a6 *"},
-        // two alternatives to one move, in stored order, each with its full number
-        {{"e2e4", "e7e5B", "g1f3", "b8c6E", "c7c5B", "g1f3E", "e7e6E"}, {}, {}, "*",
-         "1. e4 e5 (1... c5 2. Nf3) (1... e6) 2. Nf3 Nc6 *"},
         // Black's reply to a replaced White move gets its full number, White's move behind a replaced Black move not
         {{"e2e4", "e7e5B", "g1f3E", "c7c5", "g1f3B", "d7d6E", "c2c3", "d7d5E"}, {}, {}, "*",
          "1. e4 e5 (1... c5 2. Nf3 (2. c3 d5) 2... d6) 2. Nf3 *"},
@@ -34,7 +30,6 @@ TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
         // annotations of a variation's first move stand inside its brackets
         {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, "Sharp"}}, {{4, 2}, {2, 14 | 15 << 8}}, "*",
          "1. e4 e5 $14 $15 (1... c5 $2 {Sharp}) 2. Nf3 *"},
-        {{"f2f3", "e7e5", "g2g4", "d8h4E"}, {}, {}, "0-1", "1. f3 e5 2. g4 Qh4# 0-1"},
         {{}, {{0, "Only a comment"}}, {{0, 10}}, "1-0", "$10 {Only a comment} 1-0"},
         // a word reaching character 76 stays; the brace goes to the next line
         {{"e2e4E"}, {{0, x75}}, {}, "*", "{" + x75 + "\n} 1. e4 *"},
@@ -42,7 +37,6 @@ TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
         {{"e2e4E"}, {{0, "short " + x80 + " tail"}}, {}, "*", "{short\n" + x80 + "\ntail} 1. e4 *"},
         // runs of blanks collapse, a comment of blanks is empty braces
         {{"e2e4E"}, {{1, "  a   b "}}, {}, "*", "1. e4 {a b} *"},
-        {{"e2e4E"}, {{1, "   "}}, {}, "*", "1. e4 {} *"},
         // a variation ending in a comment: the bracket sticks to the brace
         // unless it would reach character 77
         {{"e2e4", "e7e5B", "g1f3E", "c7c5E"}, {{4, x56}}, {}, "*", "1. e4 e5 (1... c5 {" + x56 + "}\n) 2. Nf3 *"},
@@ -60,11 +54,6 @@ TEST(Movetext, NumbersVariationsAnnotationsAndLineBreaks)
 
 TEST(Movetext, SetUpPositionsPromotionAndCheckSigns)
 {
-    TestGame game;
-    game.SetUp({{"h1", OV_WHITE_KING}, {"b7", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 1, 0);
-    game.Tree({"b7b8B", "e8d7", "h1g2E", "b7b8nE"}).Tag(TagResult, "*");
-    EXPECT_EQ(game.Movetext(), "1. b8=Q+ (1. b8=N) 1... Kd7 2. Kg2 *");
-
     // Black to move in a set-up position.
     TestGame black;
     black.SetUp({{"e1", OV_WHITE_KING}, {"e2", OV_WHITE_PAWN}, {"e8", OV_BLACK_KING}}, 0, 11);
@@ -74,24 +63,6 @@ TEST(Movetext, SetUpPositionsPromotionAndCheckSigns)
     // the first move's own annotations are not repeated in front of it.
     black.Comment(1, "Only").Nags(1, 3);
     EXPECT_EQ(black.Movetext(), "{Start} 12... Kd7 $3 {Only} 13. e4 Kd6 *");
-}
-
-TEST(Movetext, LongCommentWrapsAtBlanksWithinTheWidth)
-{
-    std::string comment;
-    for (int word = 0; word < 200; ++word)
-        comment += std::string(1 + word % 9, static_cast<char>('a' + word % 26)) + " ";
-    TestGame game;
-    game.Tree({"e2e4", "e7e5E"}).Comment(1, comment).Tag(TagResult, "*");
-    std::istringstream lines(game.Movetext());
-    std::string line, joined;
-    while (std::getline(lines, line)) {
-        EXPECT_LE(line.size(), 76u) << line;
-        EXPECT_NE(line.back(), ' ') << "no blank at a line end";
-        joined += (joined.empty() ? "" : " ") + line;
-    }
-    comment.pop_back();
-    EXPECT_EQ(joined, "1. e4 {" + comment + "} 1... e5 *");
 }
 
 TEST(Movetext, VariationsNestedAsDeepAsTheTreeAllows)

@@ -1,5 +1,4 @@
-// Captures what the library says outside its results: debug trace records and
-// message boxes. Each capture installs its sink for its lifetime.
+// Captures debug trace records and message boxes; each capture holds its sink for its lifetime.
 #ifndef ORVAN_TESTS_CAPTURE_H
 #define ORVAN_TESTS_CAPTURE_H
 
@@ -12,8 +11,6 @@ class TraceCapture {
 public:
     TraceCapture() { OvSetDebugSink(&Receive, reinterpret_cast<intptr_t>(this)); }
     ~TraceCapture() { OvSetDebugSink(nullptr, 0); }
-    TraceCapture(const TraceCapture&) = delete;
-    TraceCapture& operator=(const TraceCapture&) = delete;
 
     std::vector<std::string> lines;
 
@@ -24,25 +21,17 @@ private:
     }
 };
 
-struct CapturedBox {
-    void* owner;
-    std::string text;
-    std::string caption;
-    uint32_t style;
-};
+struct CapturedBox { void* owner; std::string text, caption; uint32_t style; };
 
 class BoxCapture {
 public:
     BoxCapture() { OvSetMessageSink(&Receive, reinterpret_cast<intptr_t>(this)); }
     ~BoxCapture() { OvSetMessageSink(nullptr, 0); }
-    BoxCapture(const BoxCapture&) = delete;
-    BoxCapture& operator=(const BoxCapture&) = delete;
 
     std::vector<CapturedBox> boxes;
 
 private:
-    static int32_t Receive(void* owner, const char* text, const char* caption, uint32_t style,
-                           intptr_t user)
+    static int32_t Receive(void* owner, const char* text, const char* caption, uint32_t style, intptr_t user)
     {
         reinterpret_cast<BoxCapture*>(user)->boxes.push_back({owner, text, caption, style});
         return OV_IDOK;

@@ -1,5 +1,4 @@
-// The real PGN files the tests read, and how much of them a slow
-// (sanitizer) build reads.
+// The real PGN files the tests read, and how much of them a slow (sanitizer) build reads.
 #ifndef ORVAN_TESTS_SUPPORT_CORPUS_H
 #define ORVAN_TESTS_SUPPORT_CORPUS_H
 

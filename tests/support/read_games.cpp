@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -10,10 +11,7 @@
 
 namespace {
 
-struct Collector {
-    std::vector<ReadGame> games;
-    size_t stopAfter;
-};
+struct Collector { std::vector<ReadGame> games; size_t stopAfter; };
 
 int32_t Collect(PgnGame* game, int32_t hasComment, int32_t movesRead, intptr_t context)
 {
@@ -28,8 +26,8 @@ std::vector<ReadGame> Read(const PgnSource& source, uint32_t flags, const char* 
     PgnGameStorage storage;
     EXPECT_TRUE(storage.Allocated());
     Collector collector{{}, stopAfter};
-    int32_t read = PgnReadGames(source, storage.Game(), flags, pieceLetters, &Collect,
-                                reinterpret_cast<intptr_t>(&collector));
+    const int32_t read =
+        PgnReadGames(source, storage.Game(), flags, pieceLetters, &Collect, reinterpret_cast<intptr_t>(&collector));
     if (result != nullptr)
         *result = read;
     return collector.games;
@@ -55,9 +53,8 @@ std::string MoveWord(uint16_t move)
 
 std::vector<std::string> ReadGame::Words() const
 {
-    std::vector<std::string> words;
-    for (PackedMove move : moves)
-        words.push_back(MoveWord(move));
+    std::vector<std::string> words(moves.size());
+    std::transform(moves.begin(), moves.end(), words.begin(), MoveWord);
     return words;
 }
 
@@ -106,15 +103,12 @@ std::vector<ReadGame> ReadText(std::string_view text, uint32_t flags, const char
                                size_t stopAfter, int32_t* result)
 {
     const std::string copy(text);
-    PgnSource source;
-    source.text = copy.c_str();
-    source.size = static_cast<int32_t>(copy.size() + 1);
-    return Read(source, flags, pieceLetters, stopAfter, result);
+    return Read(PgnSource{nullptr, copy.c_str(), static_cast<int32_t>(copy.size() + 1)}, flags, pieceLetters, stopAfter, result);
 }
 
 ReadGame ReadOne(std::string_view text, uint32_t flags, const char* pieceLetters)
 {
-    std::vector<ReadGame> games = ReadText(text, flags, pieceLetters);
+    const std::vector<ReadGame> games = ReadText(text, flags, pieceLetters);
     EXPECT_EQ(games.size(), 1u) << text;
     return games.empty() ? ReadGame{} : games.front();
 }
@@ -124,7 +118,5 @@ std::vector<ReadGame> ReadGamesOfFile(const std::string& path, size_t limit)
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file)
         return {};
-    PgnSource source;
-    source.file = file.get();
-    return Read(source, 0, "NBRQK", limit, nullptr);
+    return Read(PgnSource{file.get(), nullptr, 0}, 0, "NBRQK", limit, nullptr);
 }

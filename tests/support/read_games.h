@@ -1,5 +1,4 @@
-// Reads PGN text or files through the reader and keeps what each callback
-// saw, in a form that tests can compare.
+// Reads PGN text or files through the reader and keeps what each callback saw, for tests to compare.
 #ifndef ORVAN_TESTS_SUPPORT_READ_GAMES_H
 #define ORVAN_TESTS_SUPPORT_READ_GAMES_H
 
@@ -22,21 +21,18 @@ struct ReadGame {
     int32_t movesRead = 0;
     sPosition position{};
     std::vector<PackedMove> moves;  // all entries of the tree, markers included
-    // By annotation index (0 the game, i + 1 the entry moves[i]); only set
-    // entries are kept.
+    // By annotation index (0 the game, i + 1 the entry moves[i]); only set entries.
     std::map<uint32_t, uint16_t> nags;
     std::map<uint32_t, std::string> comments;
 
     const std::string& Tag(int32_t number) const { return tags[number - 1]; }
     // The tree as MoveWord words.
     std::vector<std::string> Words() const;
-    // Tree, counts, first move number, start position, glyphs and comments
-    // in one line, for comparing what two reads made of a game.
+    // Tree, counts, first move, start position, glyphs and comments in one line, to compare two reads.
     std::string Record() const;
 };
 
-// "e2e4", "e7e8n": the move with "*" behind it for MoveBranch and "|" for
-// MoveLineEnd.
+// "e2e4", "e7e8n": the move with "*" behind it for MoveBranch and "|" for MoveLineEnd.
 std::string MoveWord(uint16_t move);
 
 ReadGame Capture(const PgnGame& game, int32_t hasComment = 0, int32_t movesRead = 1);
