@@ -1,4 +1,4 @@
-// Edge tests, attack tests, make and take-back, and the legal destinations of
+// Attack tests, make and take-back, and the legal destinations of
 // a man.
 #include "chess/move_generator.h"
 
@@ -9,10 +9,6 @@
 #include "chess/packed_move.h"
 #include "chess/piece_codes.h"
 #include "chess/view_rules.h"
-
-int StepOkDiagonal(int square, int step) { return DiagonalStepStaysOnBoard(square, step); }
-int StepOkStraight(int square, int step) { return StraightStepStaysOnBoard(square, step); }
-int StepOkKnight(int square, int step) { return KnightStepStaysOnBoard(square, step); }
 
 int AttackedByBlack(const sPosition* position, int square)
 {

@@ -14,14 +14,6 @@
 // 27 destinations.
 inline constexpr int MaxDestinations = 28;
 
-// Edge tests: whether `step` from `square` stays on the board without
-// wrapping. StepOkDiagonal lets any step other than +-7, +-9 pass and
-// StepOkStraight any other than +-1, +-8; StepOkKnight fails every step that
-// is no knight step.
-int StepOkDiagonal(int square, int step);
-int StepOkStraight(int square, int step);
-int StepOkKnight(int square, int step);
-
 // 1 when a black (white) man attacks `square`, else 0. Read only.
 int AttackedByBlack(const sPosition* position, int square);
 int AttackedByWhite(const sPosition* position, int square);

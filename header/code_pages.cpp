@@ -70,13 +70,6 @@ char* OemToAnsiCopy(char* dest, const char* source, int32_t size)
     return TranslatingCopy(OemToAnsiTable, dest, source, size);
 }
 
-void OemToAnsiCopyAll(char* dest, const char* source)
-{
-    const auto* from = reinterpret_cast<const uint8_t*>(source != nullptr ? source : "");
-    while ((*dest++ = static_cast<char>(OemToAnsiTable[*from++])) != '\0') {
-    }
-}
-
 char* AnsiToOemCopy(char* dest, const char* source, int32_t size)
 {
     return TranslatingCopy(AnsiToOemTable, dest, source, size);

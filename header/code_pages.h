@@ -21,9 +21,6 @@ extern const CodePageTable AnsiToOemTable;
 // counts as the empty text.
 char* OemToAnsiCopy(char* dest, const char* source, int32_t size);
 
-// The same without a size limit; `dest` must hold the whole text.
-void OemToAnsiCopyAll(char* dest, const char* source);
-
 // As OemToAnsiCopy, through AnsiToOemTable.
 char* AnsiToOemCopy(char* dest, const char* source, int32_t size);
 
