@@ -1,6 +1,7 @@
 // Packing and unpacking of stored game records.
 #include "ovgame/game_record.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -153,7 +154,10 @@ bool ReadComments(GameBuffer& game, ByteReader in)
         if (kind == CommentLong) {
             const uint32_t lines = in.Varint32();
             const std::string_view text = in.Bytes(in.Varint32());
-            if (lines > 65535)
+            // Exactly `lines` lines, each ended by a NUL: a damaged record must
+            // not make a reader of the lines run past the text.
+            if (lines > 65535 || size_t(std::count(text.begin(), text.end(), '\0')) != lines ||
+                (!text.empty() && text.back() != '\0'))
                 return false;
             game.longComments.push_back(LongComment{std::string(text), uint16_t(lines)});
             node.longComment = uint32_t(game.longComments.size());
