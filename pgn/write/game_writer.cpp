@@ -43,8 +43,6 @@ constexpr TagPlace TagSection[] = {
 std::string_view SlotText(const PgnGame& game, PgnTagNumber tag)
 {
     const char* slot = game.tags[tag - 1];
-    if (slot[0] == '\0')
-        return {};
     return std::string_view(slot, strnlen(slot, PGN_TAG_SIZE - 1));
 }
 
