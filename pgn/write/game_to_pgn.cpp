@@ -1,8 +1,8 @@
 // GameToPgnGame: the store's move tree walked into the flat tree of a PgnGame.
 #include "pgn/write/game_to_pgn.h"
 
-#include "chess/move_generator.h"
 #include "chess/position.h"
+#include "chess/tracked_position.h"
 #include "frame/diagnostics.h"
 #include "pgn/pgn_game.h"
 #include "siblings/game_driver.h"
@@ -68,7 +68,10 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
         StoreLongComment(pgn, 0, blocks.lines, sizeof blocks.lines);
 
     LineStack pending(stack);
-    sPosition current = *pgn->position;
+    // The position of the line being walked, its view kept up to date move by
+    // move; a pending line keeps only the record and is tracked anew.
+    TrackedPosition current;
+    TrackPosition(current, *pgn->position);
     uint32_t index = 0;
     uint32_t node = IGMoveGetNEXT(root);
     uint32_t markedEntry = 0;  // the entry whose MoveBranch leads to this line
@@ -83,10 +86,10 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
             const uint32_t alternative = IGMoveGetALT(node);
             if (alternative != 0) {
                 pgn->moves[index] |= MoveBranch;
-                if (!pending.Push(alternative, current, index))
+                if (!pending.Push(alternative, current.record, index))
                     return 0;
             }
-            if (MoveIsLegal(&current, move) == 0) {
+            if (!TrackedMoveIsLegal(current, move)) {
                 DebugTrace("%d%c illegal, game truncated.", static_cast<int>(index / 2 + 1),
                            index % 2 == 0 ? 'w' : 'b');
                 if (alternative != 0) {
@@ -108,7 +111,7 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
             pgn->nags[index + 1] = 0;
             pgn->commentIndex[index + 1] = 0;
             StoreComments(pgn, node, index + 1, blocks);
-            ApplyMove(&current, move);
+            PlayTrackedMove(current, move);
             const uint32_t next = IGMoveGetNEXT(node);
             if (next == 0)
                 pgn->moves[index] |= MoveLineEnd;
@@ -122,7 +125,7 @@ int32_t GameToPgnGame(OvGameBuffer game, PgnGame* pgn, PendingLine* stack)
             break;
         const PendingLine line = pending.Pop();
         node = line.node;
-        current = line.position;
+        TrackPosition(current, line.position);
         markedEntry = line.markedEntry;
         mainLine = false;
     }
