@@ -111,7 +111,10 @@ struct GameBuffer {
 };
 
 using BufferTable = HandleTable<GameBuffer, 12>;
-BufferTable& Buffers();
+// The live game buffers, set up before any code runs, so that the lookup of
+// every call passes no first-use guard.
+extern constinit BufferTable liveBuffers;
+inline BufferTable& Buffers() { return liveBuffers; }
 
 // A move handle names the buffer slot, the tree generation and the node.
 uint32_t MoveHandle(const GameBuffer& game, uint32_t node);

@@ -19,11 +19,7 @@ void SetText(HeaderText& field, const char* text, size_t length)
 
 }  // namespace
 
-BufferTable& Buffers()
-{
-    static BufferTable table;
-    return table;
-}
+constinit BufferTable liveBuffers;
 
 std::string_view FieldText(const GameBuffer& game, TextField field)
 {
