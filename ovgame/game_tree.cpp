@@ -75,16 +75,6 @@ void SyncBoard(GameBuffer& game)
     game.checked = CheckedMove{};
 }
 
-int CheckMove(GameBuffer& game, int from, int to)
-{
-    const CheckedMove& known = game.checked;
-    if (known.from == from && known.to == to)
-        return known.place;
-    const int place = LegalTargetPlace(game.positions.back(), from, to);
-    game.checked = place < 0 ? CheckedMove{} : CheckedMove{int8_t(from), int8_t(to), int8_t(place)};
-    return place;
-}
-
 const BoardRecord& CurrentBoard(GameBuffer& game)
 {
     if (game.boardStale) {
@@ -179,19 +169,40 @@ uint32_t ContinuationCount(const GameBuffer& game, uint32_t node)
     return count;
 }
 
-uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move)
+namespace {
+
+// The continuation of `node` that plays the move, 0 when none does: only the
+// armed one when a subline is armed there.
+uint32_t SameContinuation(const GameBuffer& game, uint32_t node, int from, int to, uint8_t promotion)
 {
-    if (game.nodes.size() >= MaxNodes)
-        return 0;
-    const uint32_t index = uint32_t(game.nodes.size());
-    Node& node = game.nodes.emplace_back(move);
-    node.next = node.alt = node.longComment = node.shortComment = 0;
-    uint32_t* link = &game.nodes[parent].next;
-    while (*link != 0)
-        link = &game.nodes[*link].alt;
-    *link = index;
-    return index;
+    const auto same = [&](uint32_t child) {
+        const Node& n = game.nodes[child];
+        return n.from == from && n.to == to && n.promotion == promotion;
+    };
+    if (game.armedNode == node) {
+        const uint32_t armed = Continuation(game, node, game.armedSubline);
+        return armed != 0 && same(armed) ? armed : 0;
+    }
+    for (uint32_t child = game.nodes[node].next; child != 0; child = game.nodes[child].alt) {
+        if (same(child))
+            return child;
+    }
+    return 0;
 }
+
+// Whether a move may change what a position's signature holds: a capture
+// changes the men counts, and so do en passant and promotion, which only a
+// pawn leaving the file or its second or seventh rank makes; a pawn leaving
+// a home square, or taken there, changes the home pawns. Any other move
+// leaves the signature as it was, and the game's bounds already hold it.
+bool MayChangeSignature(const Position& pos, int from, int to)
+{
+    constexpr uint64_t HomeRanks = 0x00FF00000000FF00ull;
+    return IsPiece(pos.squares[to]) ||
+           (KindOf(pos.squares[from]) == Pawn && (FileOf(from) != FileOf(to) || ((HomeRanks >> from) & 1) != 0));
+}
+
+}  // namespace
 
 bool Accept(GameBuffer& game, int from, int to, Kind promotion)
 {
@@ -202,22 +213,8 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
     const uint8_t promo = IsPromotion(here, from, to) ? uint8_t(promotion >= Knight && promotion <= Queen ? promotion : Queen)
                                                       : uint8_t(NoKind);
     const uint32_t current = game.path.back();
-    const auto same = [&](uint32_t child) {
-        const Node& n = game.nodes[child];
-        return child != 0 && n.from == from && n.to == to && n.promotion == promo;
-    };
-    uint32_t target = 0;
-    if (game.armedNode == current) {
-        const uint32_t existing = Continuation(game, current, game.armedSubline);
-        if (same(existing))
-            target = existing;
-    } else {
-        for (uint32_t child = game.nodes[current].next; child != 0 && target == 0; child = game.nodes[child].alt) {
-            if (same(child))
-                target = child;
-        }
-    }
-    bool changes = false;  // a new node whose move alters the men counts
+    uint32_t target = game.nodes[current].next == 0 ? 0 : SameContinuation(game, current, from, to, promo);
+    bool widens = false;  // a new node whose position may widen the game's signature
     if (target == 0) {
         Node move;
         move.from = uint8_t(from);
@@ -227,12 +224,12 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
-        changes = KindOf(here.squares[from]) == Pawn || IsPiece(here.squares[to]);
+        widens = MayChangeSignature(here, from, to);
     }
     game.positions.push_back(here);  // `here` is not used past this point
     Position& after = game.positions.back();
     MakeMove(after, from, to, Kind(promo));
-    if (changes)
+    if (widens)
         game.signature.Add(SignatureOf(after));
     game.path.push_back(target);
     game.armedNode = NotArmed;
