@@ -112,14 +112,15 @@ constexpr bool RayAscends(int d)
 
 // For each pair of squares: the direction of KingSteps leading from the first
 // to the second (-1 when they share no line) and the steps along it, the
-// squares strictly between them on that line, and the squares a man on the
-// first meets before the second in the order of TargetsOf: on a line, the
-// rays of the earlier directions and the squares between; a knight's step
-// away, the knight steps of the earlier directions.
+// squares strictly between them on that line and those beyond the second,
+// and the squares a man on the first meets before the second in the order of
+// TargetsOf: on a line, the rays of the earlier directions and the squares
+// between; a knight's step away, the knight steps of the earlier directions.
 struct PairTable {
     int8_t direction[64][64];
     int8_t distance[64][64];
     uint64_t between[64][64];
+    uint64_t beyond[64][64];
     uint64_t preceding[64][64];
 };
 
@@ -138,6 +139,7 @@ constexpr PairTable MakePairTable()
                 table.direction[from][sq] = int8_t(d);
                 table.distance[from][sq] = int8_t(n + 1);
                 table.between[from][sq] = passed;
+                table.beyond[from][sq] = Masks.ray[sq][d];
                 table.preceding[from][sq] = earlierRays | passed;
                 passed |= uint64_t{1} << sq;
             }
@@ -170,19 +172,20 @@ int RayReach(const Position& pos, int from, int d, Color own)
     return Pairs.distance[from][first] - int((pos.occupied[own] >> first) & 1);
 }
 
-// The place of `to` among the targets of a slider of `own` on `from` that
-// moves along the directions of KingSteps set in `directions`; -1 when it is
-// none of them.
-int SliderPlace(const Position& pos, int from, int to, Color own, unsigned directions)
+// The place of `to` among the targets of a slider of `own` on `from` whose
+// rays cover `lines`; -1 when it is none of them. The targets before it are
+// the squares of the rays it meets first, less those behind a man and those
+// of its own men.
+int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
 {
-    const int direction = Pairs.direction[from][to];
-    if (direction < 0 || ((directions >> direction) & 1) == 0 ||
-        (Pairs.between[from][to] & (pos.occupied[0] | pos.occupied[1])) != 0 || ((pos.occupied[own] >> to) & 1))
+    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+    if (((lines >> to) & 1) == 0 || (Pairs.between[from][to] & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
         return -1;
-    int place = Pairs.distance[from][to] - 1;
-    for (unsigned earlier = directions & ((1u << direction) - 1); earlier != 0; earlier &= earlier - 1)
-        place += RayReach(pos, from, std::countr_zero(earlier), own);
-    return place;
+    const uint64_t earlier = Pairs.preceding[from][to] & lines;
+    uint64_t hidden = pos.occupied[own];
+    for (uint64_t men = earlier & allMen; men != 0; men &= men - 1)
+        hidden |= Pairs.beyond[from][std::countr_zero(men)];
+    return CountBits(earlier & ~hidden);
 }
 
 constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
@@ -308,7 +311,7 @@ bool IsCastling(int from, int to)
 
 // Whether `square` is attacked by one of `men` (men of `by` as `pos` has
 // them), with `occupied` the squares that hold men.
-bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
+inline bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
 {
     if ((Masks.knight[square] & pos.kinds[Knight] & men) || (Masks.king[square] & pos.kinds[King] & men) ||
         (Masks.pawnAttackers[by][square] & pos.kinds[Pawn] & men))
@@ -638,14 +641,16 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     ++pos.ply;
 }
 
-int TargetPlace(const Position& pos, int from, int to)
+namespace {
+
+// TargetPlace for the man `code` on `from`.
+inline int PlaceOf(const Position& pos, int from, int to, uint8_t code)
 {
-    const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     switch (KindOf(code)) {
-    case Bishop: return SliderPlace(pos, from, to, own, 0xAA);
-    case Rook: return SliderPlace(pos, from, to, own, 0x55);
-    case Queen: return SliderPlace(pos, from, to, own, 0xFF);
+    case Bishop: return SliderPlace(pos, from, to, own, Masks.diagonal[from]);
+    case Rook: return SliderPlace(pos, from, to, own, Masks.straight[from]);
+    case Queen: return SliderPlace(pos, from, to, own, Masks.diagonal[from] | Masks.straight[from]);
     case Pawn: return PawnPlace(pos, from, to, own);
     case Knight: return StepPlace(pos, Masks.knight[from], from, to, own);
     case King:
@@ -664,14 +669,21 @@ int TargetPlace(const Position& pos, int from, int to)
     }
 }
 
+}  // namespace
+
+int TargetPlace(const Position& pos, int from, int to)
+{
+    return PlaceOf(pos, from, to, pos.squares[from]);
+}
+
 int LegalTargetPlace(const Position& pos, int from, int to)
 {
-    if (from < 0 || from > 63 || to < 0 || to > 63)
+    if (((from | to) & ~63) != 0)
         return -1;
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code) || ColorOf(code) != pos.side)
         return -1;
-    const int place = TargetPlace(pos, from, to);
+    const int place = PlaceOf(pos, from, to, code);
     if (place < 0)
         return -1;
     // The mover's king must not stand attacked once the move is made: the
