@@ -617,25 +617,34 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
-    const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
-    if (diagonalPawnStep && !IsPiece(pos.squares[to]))
-        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
-    if (kind == King && IsCastling(from, to))
-        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
-    MoveMan(pos, from, to);
-    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0)) {
-        RemoveMan(pos, to);
-        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+    if (kind != NoKind) {
+        if (IsPiece(pos.squares[to]))
+            RemoveMan(pos, to);
+        else if (kind == Pawn && FileOf(from) != FileOf(to))
+            RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+        else if (kind == King && IsCastling(from, to))
+            MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+        const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
+        pos.squares[to] = code;
+        pos.squares[from] = DrvEmpty;
+        pos.occupied[own] ^= bits;
+        pos.kinds[kind] ^= bits;
+        if (kind == King)
+            pos.kingSquare[own] = uint8_t(to);
     }
-
     pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
     pos.epFile = 0;
-    if (kind == Pawn && (to - from == 16 || from - to == 16)) {
-        // Only a double step that an enemy pawn beside it could take sets the file.
-        const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
-        const int f = FileOf(to);
-        if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
-            pos.epFile = uint8_t(f + 1);
+    if (kind == Pawn) {
+        if (RankOf(to) == 7 || RankOf(to) == 0) {
+            RemoveMan(pos, to);
+            PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+        } else if (to - from == 16 || from - to == 16) {
+            // Only a double step that an enemy pawn beside it could take sets the file.
+            const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
+            const int f = FileOf(to);
+            if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
+                pos.epFile = uint8_t(f + 1);
+        }
     }
     pos.side = uint8_t(own ^ 1);
     ++pos.ply;

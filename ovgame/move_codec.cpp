@@ -66,10 +66,12 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
     std::vector<Frame> stack;
     if (order != nullptr)
         order->assign(1, 0);
-    mainLength = 0;
+    // Locals, since the byte stores could otherwise alias them.
+    const Node* const nodes = game.nodes.data();
+    int32_t moves = 0;
     uint32_t current = 0;
     const auto emit = [&](uint32_t node) {
-        const MoveToken& token = game.nodes[node].token;
+        const MoveToken token = nodes[node].token;
         *at = token.bytes[0];
         at[1] = token.bytes[1];
         at += token.length;
@@ -81,21 +83,26 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
         *at++ = TokenEscape;
         *at++ = second;
     };
-    bool complete = true;
+    // Gives back the room not taken.
+    const auto finish = [&](bool complete) {
+        out.resize(size_t(at - out.data()));
+        mainLength = moves;
+        return complete;
+    };
     for (;;) {
-        const uint32_t first = game.nodes[current].next;
-        if (first != 0) {
-            // Side lines always have a frame on the stack.
-            mainLength += stack.empty();
-            if (!emit(first)) {
-                complete = false;
+        // Along the line for as long as its moves have no alternatives.
+        const bool mainLine = stack.empty();
+        uint32_t first = nodes[current].next;
+        for (; first != 0; first = nodes[current].next) {
+            if (!emit(first))
+                return finish(false);
+            moves += mainLine;
+            if (nodes[first].alt != 0)
                 break;
-            }
-            if (game.nodes[first].alt == 0) {
-                current = first;
-                continue;
-            }
-            stack.push_back(Frame{first, game.nodes[first].alt});
+            current = first;
+        }
+        if (first != 0) {
+            stack.push_back(Frame{first, nodes[first].alt});
         } else {
             if (stack.empty())
                 break;
@@ -104,20 +111,17 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
         Frame& frame = stack.back();
         if (frame.nextAlt != 0) {
             const uint32_t alt = frame.nextAlt;
-            frame.nextAlt = game.nodes[alt].alt;
+            frame.nextAlt = nodes[alt].alt;
             mark(TokenLineStart);
-            if (!emit(alt)) {
-                complete = false;
-                break;
-            }
+            if (!emit(alt))
+                return finish(false);
             current = alt;
         } else {
             current = frame.first;
             stack.pop_back();
         }
     }
-    out.resize(size_t(at - out.data()));
-    return complete;
+    return finish(true);
 }
 
 }  // namespace ovg
