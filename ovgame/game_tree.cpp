@@ -190,16 +190,20 @@ uint32_t SameContinuation(const GameBuffer& game, uint32_t node, int from, int t
     return 0;
 }
 
-// Whether a move may change what a position's signature holds: a capture
-// changes the men counts, and so do en passant and promotion, which only a
-// pawn leaving the file or its second or seventh rank makes; a pawn leaving
-// a home square, or taken there, changes the home pawns. Any other move
-// leaves the signature as it was, and the game's bounds already hold it.
-bool MayChangeSignature(const Position& pos, int from, int to)
+// What a move may change of a position's signature: the men counts by a
+// capture, en passant or promotion; the home pawns by a pawn leaving the
+// second or seventh rank or a man taken there. What it leaves as it was, the
+// game's bounds already hold.
+enum SignatureChange : uint8_t { CountsChange = 1, HomeChange = 2 };
+
+uint8_t SignatureChanges(const Position& pos, int from, int to)
 {
     constexpr uint64_t HomeRanks = 0x00FF00000000FF00ull;
-    return IsPiece(pos.squares[to]) ||
-           (KindOf(pos.squares[from]) == Pawn && (FileOf(from) != FileOf(to) || ((HomeRanks >> from) & 1) != 0));
+    const bool pawn = KindOf(pos.squares[from]) == Pawn;
+    const bool takes = IsPiece(pos.squares[to]);
+    const bool counts = takes || (pawn && (FileOf(from) != FileOf(to) || IsPromotion(pos, from, to)));
+    const bool home = (pawn && ((HomeRanks >> from) & 1) != 0) || (takes && ((HomeRanks >> to) & 1) != 0);
+    return uint8_t((counts ? CountsChange : 0) | (home ? HomeChange : 0));
 }
 
 }  // namespace
@@ -214,7 +218,7 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
                                                       : uint8_t(NoKind);
     const uint32_t current = game.path.back();
     uint32_t target = game.nodes[current].next == 0 ? 0 : SameContinuation(game, current, from, to, promo);
-    bool widens = false;  // a new node whose position may widen the game's signature
+    uint8_t changes = 0;  // of a new node's position, what may widen the game's signature
     if (target == 0) {
         Node move;
         move.from = uint8_t(from);
@@ -224,13 +228,15 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
-        widens = MayChangeSignature(here, from, to);
+        changes = SignatureChanges(here, from, to);
     }
     game.positions.push_back(here);  // `here` is not used past this point
     Position& after = game.positions.back();
     MakeMove(after, from, to, Kind(promo));
-    if (widens)
-        game.signature.Add(SignatureOf(after));
+    if (changes & CountsChange)
+        game.signature.AddCounts(after.counts);
+    if (changes & HomeChange)
+        game.signature.KeepHome(HomePawnsOf(after));
     game.path.push_back(target);
     game.armedNode = NotArmed;
     SyncBoard(game);
