@@ -176,7 +176,7 @@ int RayReach(const Position& pos, int from, int d, Color own)
 // rays cover `lines`; -1 when it is none of them. The targets before it are
 // the squares of the rays it meets first, less those behind a man and those
 // of its own men.
-int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
+inline int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
 {
     const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
     if (((lines >> to) & 1) == 0 || (Pairs.between[from][to] & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
@@ -652,8 +652,9 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
 
 namespace {
 
-// TargetPlace for the man `code` on `from`.
-inline int PlaceOf(const Position& pos, int from, int to, uint8_t code)
+// The place of `to` among the targets of the man `code` on `from` (see
+// TargetsOf), -1 when it is none of them.
+int PlaceOf(const Position& pos, int from, int to, uint8_t code)
 {
     const Color own = ColorOf(code);
     switch (KindOf(code)) {
@@ -679,11 +680,6 @@ inline int PlaceOf(const Position& pos, int from, int to, uint8_t code)
 }
 
 }  // namespace
-
-int TargetPlace(const Position& pos, int from, int to)
-{
-    return PlaceOf(pos, from, to, pos.squares[from]);
-}
 
 int LegalTargetPlace(const Position& pos, int from, int to)
 {

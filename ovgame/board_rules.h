@@ -84,9 +84,6 @@ bool InCheck(const Position& pos, Color color);
 // the last rank (Queen when anything else is given).
 void MakeMove(Position& pos, int from, int to, Kind promotion);
 
-// The place of `to` among the targets of the piece on `from` (see TargetsOf),
-// -1 when it is none of them.
-int TargetPlace(const Position& pos, int from, int to);
 // For a legal move of the side to move (a target of TargetsOf, castling not
 // out of or through check, and the mover's king not attacked afterwards) the
 // place of `to` among the targets of the piece on `from`; -1 for any other.
