@@ -224,7 +224,7 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         move.from = uint8_t(from);
         move.to = uint8_t(to);
         move.promotion = promo;
-        move.token = TokenOf(here, from, to, place, Kind(promo));
+        move.token = TokenOf(here, from, place, Kind(promo));
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
