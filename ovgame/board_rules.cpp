@@ -72,6 +72,8 @@ struct MaskTable {
     uint64_t knight[64];
     uint64_t king[64];
     uint64_t ray[64][8];
+    uint64_t straight[64];  // the rays of the even directions
+    uint64_t diagonal[64];  // the rays of the odd directions
     uint64_t pawnAttackers[2][64];
 };
 
@@ -94,6 +96,7 @@ constexpr MaskTable MakeMaskTable()
                 table.king[sq] |= uint64_t{1} << KingTable.to[sq][d];
             for (const int8_t* ray = Rays.squares[sq][d]; *ray >= 0; ++ray)
                 table.ray[sq][d] |= uint64_t{1} << *ray;
+            (d & 1 ? table.diagonal : table.straight)[sq] |= table.ray[sq][d];
         }
     }
     return table;
@@ -107,41 +110,56 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
-// For each pair of squares the direction of KingSteps leading from the first
-// to the second, -1 when they share no line.
-struct DirectionTable {
-    int8_t to[64][64];
+// For each pair of squares: the direction of KingSteps leading from the first
+// to the second (-1 when they share no line) and the steps along it, the
+// squares strictly between them on that line and those beyond the second,
+// and the squares a man on the first meets before the second in the order of
+// TargetsOf: on a line, the rays of the earlier directions and the squares
+// between; a knight's step away, the knight steps of the earlier directions.
+struct PairTable {
+    int8_t direction[64][64];
+    int8_t distance[64][64];
+    uint64_t between[64][64];
+    uint64_t beyond[64][64];
+    uint64_t preceding[64][64];
 };
 
-constexpr DirectionTable MakeDirectionTable()
+constexpr PairTable MakePairTable()
 {
-    DirectionTable table{};
+    PairTable table{};
     for (int from = 0; from < 64; ++from) {
         for (int to = 0; to < 64; ++to)
-            table.to[from][to] = -1;
+            table.direction[from][to] = -1;
+        uint64_t earlierRays = 0;
+        uint64_t earlierSteps = 0;
         for (int d = 0; d < 8; ++d) {
-            for (const int8_t* sq = Rays.squares[from][d]; *sq >= 0; ++sq)
-                table.to[from][*sq] = int8_t(d);
+            uint64_t passed = 0;
+            for (int n = 0; n < Rays.length[from][d]; ++n) {
+                const int sq = Rays.squares[from][d][n];
+                table.direction[from][sq] = int8_t(d);
+                table.distance[from][sq] = int8_t(n + 1);
+                table.between[from][sq] = passed;
+                table.beyond[from][sq] = Masks.ray[sq][d];
+                table.preceding[from][sq] = earlierRays | passed;
+                passed |= uint64_t{1} << sq;
+            }
+            earlierRays |= passed;
+            if (const int sq = KnightTable.to[from][d]; sq >= 0) {
+                table.preceding[from][sq] = earlierSteps;
+                earlierSteps |= uint64_t{1} << sq;
+            }
         }
     }
     return table;
 }
 
-constexpr DirectionTable Directions = MakeDirectionTable();
+constexpr PairTable Pairs = MakePairTable();
 
 // The first square holding a man along the ray in direction `d`; `blockers`
 // are the men on the ray, not empty.
 int FirstBlocker(uint64_t blockers, int d)
 {
     return RayAscends(d) ? std::countr_zero(blockers) : 63 - std::countl_zero(blockers);
-}
-
-// The steps from `from` to `to` along the line they share.
-int LineDistance(int from, int to)
-{
-    const int files = FileOf(from) > FileOf(to) ? FileOf(from) - FileOf(to) : FileOf(to) - FileOf(from);
-    const int ranks = RankOf(from) > RankOf(to) ? RankOf(from) - RankOf(to) : RankOf(to) - RankOf(from);
-    return files > ranks ? files : ranks;
 }
 
 // How many targets a slider of `own` on `from` has in direction `d`.
@@ -151,23 +169,23 @@ int RayReach(const Position& pos, int from, int d, Color own)
     if (blockers == 0)
         return Rays.length[from][d];
     const int first = FirstBlocker(blockers, d);
-    return LineDistance(from, first) - int((pos.occupied[own] >> first) & 1);
+    return Pairs.distance[from][first] - int((pos.occupied[own] >> first) & 1);
 }
 
-// The place of `to` among the targets of a slider on `from` that moves along
-// the directions `first`, `first + step`, ... of KingSteps; -1 when it is none.
-int SliderPlace(const Position& pos, int from, int to, Color own, int first, int step)
+// The place of `to` among the targets of a slider of `own` on `from` whose
+// rays cover `lines`; -1 when it is none of them. The targets before it are
+// the squares of the rays it meets first, less those behind a man and those
+// of its own men.
+inline int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
 {
-    const int direction = Directions.to[from][to];
-    if (direction < 0 || (direction - first) % step != 0)
+    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+    if (((lines >> to) & 1) == 0 || (Pairs.between[from][to] & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
         return -1;
-    const int along = LineDistance(from, to) - 1;
-    if (along >= RayReach(pos, from, direction, own))
-        return -1;
-    int place = along;
-    for (int d = first; d < direction; d += step)
-        place += RayReach(pos, from, d, own);
-    return place;
+    const uint64_t earlier = Pairs.preceding[from][to] & lines;
+    uint64_t hidden = pos.occupied[own];
+    for (uint64_t men = earlier & allMen; men != 0; men &= men - 1)
+        hidden |= Pairs.beyond[from][std::countr_zero(men)];
+    return CountBits(earlier & ~hidden);
 }
 
 constexpr uint8_t HomeRookSquare[2][2] = {{7, 0}, {63, 56}};  // [color][short, long]
@@ -276,20 +294,13 @@ int StepAt(const Position& pos, const StepTable& table, int from, Color own, int
     return -1;
 }
 
-// The place of `to` among the steps of `table` from `from` that a man of
-// `own` may take, in step order; -1 when it is none of them.
-int StepPlace(const Position& pos, const StepTable& table, int from, int to, Color own)
+// The place of `to` among the squares of `steps` (the knight's or the king's
+// from `from`) that a man of `own` may take, in step order; -1 when it is
+// none of them.
+int StepPlace(const Position& pos, uint64_t steps, int from, int to, Color own)
 {
-    if (!CanTake(pos, to, own))
-        return -1;
-    int place = 0;
-    for (int d = 0; d < 8; ++d) {
-        const int sq = table.to[from][d];
-        if (sq == to)
-            return place;
-        place += int(sq >= 0 && CanTake(pos, sq, own));
-    }
-    return -1;
+    const uint64_t free = steps & ~pos.occupied[own];
+    return ((free >> to) & 1) ? CountBits(free & Pairs.preceding[from][to]) : -1;
 }
 
 // Whether a king's move from `from` to `to` is a castling move.
@@ -300,18 +311,17 @@ bool IsCastling(int from, int to)
 
 // Whether `square` is attacked by one of `men` (men of `by` as `pos` has
 // them), with `occupied` the squares that hold men.
-bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
+inline bool AttackedAmong(const Position& pos, int square, Color by, uint64_t men, uint64_t occupied)
 {
     if ((Masks.knight[square] & pos.kinds[Knight] & men) || (Masks.king[square] & pos.kinds[King] & men) ||
         (Masks.pawnAttackers[by][square] & pos.kinds[Pawn] & men))
         return true;
-    const uint64_t straight = (pos.kinds[Rook] | pos.kinds[Queen]) & men;
-    const uint64_t diagonal = (pos.kinds[Bishop] | pos.kinds[Queen]) & men;
-    for (int d = 0; d < 8; ++d) {
-        // The first man on the ray attacks when it is one of these sliders.
-        const uint64_t sliders = (d & 1) ? diagonal : straight;
-        const uint64_t ray = Masks.ray[square][d];
-        if ((ray & sliders) != 0 && ((sliders >> FirstBlocker(ray & occupied, d)) & 1))
+    // A slider on one of the square's lines attacks when nothing stands between.
+    const uint64_t queens = pos.kinds[Queen];
+    uint64_t sliders = (((pos.kinds[Rook] | queens) & Masks.straight[square]) |
+                        ((pos.kinds[Bishop] | queens) & Masks.diagonal[square])) & men;
+    for (; sliders != 0; sliders &= sliders - 1) {
+        if ((Pairs.between[square][std::countr_zero(sliders)] & occupied) == 0)
             return true;
     }
     return false;
@@ -379,13 +389,31 @@ int PawnAt(const Position& pos, int from, Color own, int place)
 
 int PawnPlace(const Position& pos, int from, int to, Color own)
 {
-    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
-    int place = 0;
-    for (int i = 0; i < 4; ++i) {
-        if (set.squares[i] == to)
-            return ((set.open >> i) & 1) ? place : -1;
-        place += int((set.open >> i) & 1);
-    }
+    const int forward = own == White ? 8 : -8;
+    const int ahead = from + forward;
+    if (ahead < 0 || ahead > 63)
+        return -1;
+    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
+    const bool step = ((allMen >> ahead) & 1) == 0;
+    const bool doubleStep =
+        step && RankOf(from) == (own == White ? 1 : 6) && ((allMen >> (ahead + forward)) & 1) == 0;
+    if (to == ahead)
+        return step ? 0 : -1;
+    if (to == ahead + forward)
+        return doubleStep ? 1 : -1;
+    // The captures follow the pushes, towards the a-file first.
+    const uint64_t enemies = pos.occupied[own ^ 1];
+    const int epSquare =
+        pos.epFile != 0 && RankOf(ahead) == (own == White ? 5 : 2) ? SquareOf(pos.epFile - 1, RankOf(ahead)) : -1;
+    const auto takes = [&](int sq) {
+        return ((enemies >> sq) & 1) != 0 || (sq == epSquare && ((allMen >> sq) & 1) == 0);
+    };
+    const int file = FileOf(from);
+    const int pushes = int(step) + int(doubleStep);
+    if (file > 0 && to == ahead - 1)
+        return takes(to) ? pushes : -1;
+    if (file < 7 && to == ahead + 1)
+        return takes(to) ? pushes + int(file > 0 && takes(ahead - 1)) : -1;
     return -1;
 }
 
@@ -589,43 +617,55 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
-    const bool diagonalPawnStep = kind == Pawn && FileOf(from) != FileOf(to);
-    if (diagonalPawnStep && !IsPiece(pos.squares[to]))
-        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
-    if (kind == King && IsCastling(from, to))
-        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
-    MoveMan(pos, from, to);
-    if (kind == Pawn && (RankOf(to) == 7 || RankOf(to) == 0)) {
-        RemoveMan(pos, to);
-        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+    if (kind != NoKind) {
+        if (IsPiece(pos.squares[to]))
+            RemoveMan(pos, to);
+        else if (kind == Pawn && FileOf(from) != FileOf(to))
+            RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+        else if (kind == King && IsCastling(from, to))
+            MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+        const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
+        pos.squares[to] = code;
+        pos.squares[from] = DrvEmpty;
+        pos.occupied[own] ^= bits;
+        pos.kinds[kind] ^= bits;
+        if (kind == King)
+            pos.kingSquare[own] = uint8_t(to);
     }
-
     pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
     pos.epFile = 0;
-    if (kind == Pawn && (to - from == 16 || from - to == 16)) {
-        // Only a double step that an enemy pawn beside it could take sets the file.
-        const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
-        const int f = FileOf(to);
-        if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
-            pos.epFile = uint8_t(f + 1);
+    if (kind == Pawn) {
+        if (RankOf(to) == 7 || RankOf(to) == 0) {
+            RemoveMan(pos, to);
+            PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+        } else if (to - from == 16 || from - to == 16) {
+            // Only a double step that an enemy pawn beside it could take sets the file.
+            const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
+            const int f = FileOf(to);
+            if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
+                pos.epFile = uint8_t(f + 1);
+        }
     }
     pos.side = uint8_t(own ^ 1);
     ++pos.ply;
 }
 
-int TargetPlace(const Position& pos, int from, int to)
+namespace {
+
+// The place of `to` among the targets of the man `code` on `from` (see
+// TargetsOf), -1 when it is none of them.
+int PlaceOf(const Position& pos, int from, int to, uint8_t code)
 {
-    const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     switch (KindOf(code)) {
-    case Bishop: return SliderPlace(pos, from, to, own, 1, 2);
-    case Rook: return SliderPlace(pos, from, to, own, 0, 2);
-    case Queen: return SliderPlace(pos, from, to, own, 0, 1);
+    case Bishop: return SliderPlace(pos, from, to, own, Masks.diagonal[from]);
+    case Rook: return SliderPlace(pos, from, to, own, Masks.straight[from]);
+    case Queen: return SliderPlace(pos, from, to, own, Masks.diagonal[from] | Masks.straight[from]);
     case Pawn: return PawnPlace(pos, from, to, own);
-    case Knight: return StepPlace(pos, KnightTable, from, to, own);
+    case Knight: return StepPlace(pos, Masks.knight[from], from, to, own);
     case King:
         if (!IsCastling(from, to))
-            return StepPlace(pos, KingTable, from, to, own);
+            return StepPlace(pos, Masks.king[from], from, to, own);
         [[fallthrough]];
     default: {
         // Castling, or an empty square with no targets.
@@ -639,14 +679,16 @@ int TargetPlace(const Position& pos, int from, int to)
     }
 }
 
+}  // namespace
+
 int LegalTargetPlace(const Position& pos, int from, int to)
 {
-    if (from < 0 || from > 63 || to < 0 || to > 63)
+    if (((from | to) & ~63) != 0)
         return -1;
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code) || ColorOf(code) != pos.side)
         return -1;
-    const int place = TargetPlace(pos, from, to);
+    const int place = PlaceOf(pos, from, to, code);
     if (place < 0)
         return -1;
     // The mover's king must not stand attacked once the move is made: the

@@ -4,6 +4,7 @@
 #ifndef OVGAME_BOARD_RULES_H
 #define OVGAME_BOARD_RULES_H
 
+#include <array>
 #include <cstdint>
 
 #include "siblings/driver_records.h"
@@ -19,9 +20,18 @@ enum Color : uint8_t { White = 0, Black = 1 };
 // Piece kinds: the driver code AND 7.
 enum Kind : uint8_t { Pawn = 0, Knight = 1, Bishop = 2, Rook = 3, Queen = 4, King = 5, NoKind = 7 };
 
-constexpr bool IsPiece(uint8_t code) { return (code >= 8 && code <= 13) || (code >= 16 && code <= 21); }
+// The kind of each code: 8 to 13 white men, 16 to 21 black men, NoKind for
+// any other, so that a code is told by one lookup.
+inline constexpr std::array<Kind, 256> CodeKinds = [] {
+    std::array<Kind, 256> kinds{};
+    for (int code = 0; code < 256; ++code)
+        kinds[code] = (code >= 8 && code <= 13) || (code >= 16 && code <= 21) ? Kind(code & 7) : NoKind;
+    return kinds;
+}();
+
+constexpr bool IsPiece(uint8_t code) { return CodeKinds[code] != NoKind; }
 constexpr Color ColorOf(uint8_t code) { return code >= 16 ? Black : White; }
-constexpr Kind KindOf(uint8_t code) { return IsPiece(code) ? Kind(code & 7) : NoKind; }
+constexpr Kind KindOf(uint8_t code) { return CodeKinds[code]; }
 constexpr uint8_t PieceCode(Color color, Kind kind) { return uint8_t((color == White ? 8 : 16) + kind); }
 constexpr uint8_t NoSquare = 64;
 
@@ -84,9 +94,6 @@ bool InCheck(const Position& pos, Color color);
 // the last rank (Queen when anything else is given).
 void MakeMove(Position& pos, int from, int to, Kind promotion);
 
-// The place of `to` among the targets of the piece on `from` (see TargetsOf),
-// -1 when it is none of them.
-int TargetPlace(const Position& pos, int from, int to);
 // For a legal move of the side to move (a target of TargetsOf, castling not
 // out of or through check, and the mover's king not attacked afterwards) the
 // place of `to` among the targets of the piece on `from`; -1 for any other.

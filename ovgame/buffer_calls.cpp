@@ -15,21 +15,21 @@ GameBuffer* Find(uint32_t game)
     return Buffers().Find(game);
 }
 
-bool SquareFromXY(int32_t file, int32_t rank, int& square)
-{
-    if (file < 1 || file > 8 || rank < 1 || rank > 8)
-        return false;
-    square = SquareOf(file - 1, rank - 1);
-    return true;
-}
-
 // The buffer of `game` and the squares of `xy`; null when either is bad.
 GameBuffer* FindWithMove(uint32_t game, const MoveXY* xy, int& from, int& to)
 {
     GameBuffer* g = Find(game);
-    if (g == nullptr || xy == nullptr || !SquareFromXY(xy->fromFile, xy->fromRank, from) ||
-        !SquareFromXY(xy->toFile, xy->toRank, to))
+    if (g == nullptr || xy == nullptr)
         return nullptr;
+    // Files and ranks from 1 to 8: each less one fits three bits.
+    const uint32_t fromFile = uint32_t(xy->fromFile) - 1;
+    const uint32_t fromRank = uint32_t(xy->fromRank) - 1;
+    const uint32_t toFile = uint32_t(xy->toFile) - 1;
+    const uint32_t toRank = uint32_t(xy->toRank) - 1;
+    if ((fromFile | fromRank | toFile | toRank) > 7)
+        return nullptr;
+    from = SquareOf(int(fromFile), int(fromRank));
+    to = SquareOf(int(toFile), int(toRank));
     return g;
 }
 

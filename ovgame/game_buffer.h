@@ -111,7 +111,10 @@ struct GameBuffer {
 };
 
 using BufferTable = HandleTable<GameBuffer, 12>;
-BufferTable& Buffers();
+// The live game buffers, set up before any code runs, so that the lookup of
+// every call passes no first-use guard.
+extern constinit BufferTable liveBuffers;
+inline BufferTable& Buffers() { return liveBuffers; }
 
 // A move handle names the buffer slot, the tree generation and the node.
 uint32_t MoveHandle(const GameBuffer& game, uint32_t node);
@@ -141,7 +144,19 @@ uint32_t Continuation(const GameBuffer& game, uint32_t node, uint32_t index);
 uint32_t ContinuationCount(const GameBuffer& game, uint32_t node);
 // Adds a node for a move after `parent` as its last continuation, without
 // walking; result its index, 0 when the tree is full.
-uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move);
+inline uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move)
+{
+    const uint32_t index = uint32_t(game.nodes.size());
+    if (index >= MaxNodes)
+        return 0;
+    Node& node = game.nodes.emplace_back(move);
+    node.next = node.alt = node.longComment = node.shortComment = 0;
+    uint32_t* link = &game.nodes[parent].next;
+    while (*link != 0)
+        link = &game.nodes[*link].alt;
+    *link = index;
+    return index;
+}
 // Plays a legal move from the current position into the tree (see
 // AcceptMove); result false for an illegal move or a full tree.
 bool Accept(GameBuffer& game, int from, int to, Kind promotion);
@@ -152,7 +167,15 @@ void SyncBoard(GameBuffer& game);
 // The place of the move among its piece's targets when it is legal in the
 // current position (see LegalTargetPlace), -1 when not; remembered for the
 // Accept of the same move.
-int CheckMove(GameBuffer& game, int from, int to);
+inline int CheckMove(GameBuffer& game, int from, int to)
+{
+    const CheckedMove& known = game.checked;
+    if (known.from == from && known.to == to)
+        return known.place;
+    const int place = LegalTargetPlace(game.positions.back(), from, to);
+    game.checked = place < 0 ? CheckedMove{} : CheckedMove{int8_t(from), int8_t(to), int8_t(place)};
+    return place;
+}
 // The current position in the driver's form, renewed when stale.
 const BoardRecord& CurrentBoard(GameBuffer& game);
 

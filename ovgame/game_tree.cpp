@@ -19,11 +19,7 @@ void SetText(HeaderText& field, const char* text, size_t length)
 
 }  // namespace
 
-BufferTable& Buffers()
-{
-    static BufferTable table;
-    return table;
-}
+constinit BufferTable liveBuffers;
 
 std::string_view FieldText(const GameBuffer& game, TextField field)
 {
@@ -77,16 +73,6 @@ void SyncBoard(GameBuffer& game)
 {
     game.boardStale = true;
     game.checked = CheckedMove{};
-}
-
-int CheckMove(GameBuffer& game, int from, int to)
-{
-    const CheckedMove& known = game.checked;
-    if (known.from == from && known.to == to)
-        return known.place;
-    const int place = LegalTargetPlace(game.positions.back(), from, to);
-    game.checked = place < 0 ? CheckedMove{} : CheckedMove{int8_t(from), int8_t(to), int8_t(place)};
-    return place;
 }
 
 const BoardRecord& CurrentBoard(GameBuffer& game)
@@ -183,19 +169,44 @@ uint32_t ContinuationCount(const GameBuffer& game, uint32_t node)
     return count;
 }
 
-uint32_t AppendChild(GameBuffer& game, uint32_t parent, const Node& move)
+namespace {
+
+// The continuation of `node` that plays the move, 0 when none does: only the
+// armed one when a subline is armed there.
+uint32_t SameContinuation(const GameBuffer& game, uint32_t node, int from, int to, uint8_t promotion)
 {
-    if (game.nodes.size() >= MaxNodes)
-        return 0;
-    const uint32_t index = uint32_t(game.nodes.size());
-    Node& node = game.nodes.emplace_back(move);
-    node.next = node.alt = node.longComment = node.shortComment = 0;
-    uint32_t* link = &game.nodes[parent].next;
-    while (*link != 0)
-        link = &game.nodes[*link].alt;
-    *link = index;
-    return index;
+    const auto same = [&](uint32_t child) {
+        const Node& n = game.nodes[child];
+        return n.from == from && n.to == to && n.promotion == promotion;
+    };
+    if (game.armedNode == node) {
+        const uint32_t armed = Continuation(game, node, game.armedSubline);
+        return armed != 0 && same(armed) ? armed : 0;
+    }
+    for (uint32_t child = game.nodes[node].next; child != 0; child = game.nodes[child].alt) {
+        if (same(child))
+            return child;
+    }
+    return 0;
 }
+
+// What a move may change of a position's signature: the men counts by a
+// capture, en passant or promotion; the home pawns by a pawn leaving the
+// second or seventh rank or a man taken there. What it leaves as it was, the
+// game's bounds already hold.
+enum SignatureChange : uint8_t { CountsChange = 1, HomeChange = 2 };
+
+uint8_t SignatureChanges(const Position& pos, int from, int to)
+{
+    constexpr uint64_t HomeRanks = 0x00FF00000000FF00ull;
+    const bool pawn = KindOf(pos.squares[from]) == Pawn;
+    const bool takes = IsPiece(pos.squares[to]);
+    const bool counts = takes || (pawn && (FileOf(from) != FileOf(to) || IsPromotion(pos, from, to)));
+    const bool home = (pawn && ((HomeRanks >> from) & 1) != 0) || (takes && ((HomeRanks >> to) & 1) != 0);
+    return uint8_t((counts ? CountsChange : 0) | (home ? HomeChange : 0));
+}
+
+}  // namespace
 
 bool Accept(GameBuffer& game, int from, int to, Kind promotion)
 {
@@ -206,38 +217,26 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
     const uint8_t promo = IsPromotion(here, from, to) ? uint8_t(promotion >= Knight && promotion <= Queen ? promotion : Queen)
                                                       : uint8_t(NoKind);
     const uint32_t current = game.path.back();
-    const auto same = [&](uint32_t child) {
-        const Node& n = game.nodes[child];
-        return child != 0 && n.from == from && n.to == to && n.promotion == promo;
-    };
-    uint32_t target = 0;
-    if (game.armedNode == current) {
-        const uint32_t existing = Continuation(game, current, game.armedSubline);
-        if (same(existing))
-            target = existing;
-    } else {
-        for (uint32_t child = game.nodes[current].next; child != 0 && target == 0; child = game.nodes[child].alt) {
-            if (same(child))
-                target = child;
-        }
-    }
-    bool changes = false;  // a new node whose move alters the men counts
+    uint32_t target = game.nodes[current].next == 0 ? 0 : SameContinuation(game, current, from, to, promo);
+    uint8_t changes = 0;  // of a new node's position, what may widen the game's signature
     if (target == 0) {
         Node move;
         move.from = uint8_t(from);
         move.to = uint8_t(to);
         move.promotion = promo;
-        move.token = TokenOf(here, from, to, place, Kind(promo));
+        move.token = TokenOf(here, from, place, Kind(promo));
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
-        changes = KindOf(here.squares[from]) == Pawn || IsPiece(here.squares[to]);
+        changes = SignatureChanges(here, from, to);
     }
     game.positions.push_back(here);  // `here` is not used past this point
     Position& after = game.positions.back();
     MakeMove(after, from, to, Kind(promo));
-    if (changes)
-        game.signature.Add(SignatureOf(after));
+    if (changes & CountsChange)
+        game.signature.AddCounts(after.counts);
+    if (changes & HomeChange)
+        game.signature.KeepHome(HomePawnsOf(after));
     game.path.push_back(target);
     game.armedNode = NotArmed;
     SyncBoard(game);

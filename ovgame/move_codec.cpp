@@ -6,38 +6,7 @@ namespace {
 
 constexpr Kind PromotionKinds[4] = {Queen, Rook, Bishop, Knight};
 
-uint8_t PromotionCode(Kind kind)
-{
-    switch (kind) {
-    case Rook: return 1;
-    case Bishop: return 2;
-    case Knight: return 3;
-    default: return 0;
-    }
-}
-
 }  // namespace
-
-MoveToken TokenOf(const Position& pos, int from, int to, int place, Kind promotion)
-{
-    MoveToken token;
-    const uint64_t own = pos.occupied[pos.side];
-    if (((own >> from) & 1) == 0)
-        return token;
-    const int rank = CountBits(own & ((uint64_t{1} << from) - 1));
-    if (rank > 15)
-        return token;
-    const uint8_t promo = IsPromotion(pos, from, to) ? PromotionCode(promotion) : 0;
-    if (place < 15 && promo == 0) {
-        token.bytes[0] = uint8_t(rank << 4 | place);
-        token.length = 1;
-    } else {
-        token.bytes[0] = uint8_t(rank << 4 | TokenEscape);
-        token.bytes[1] = uint8_t(place | promo << 5);
-        token.length = 2;
-    }
-    return token;
-}
 
 bool SkipLine(ByteReader& in)
 {
@@ -89,53 +58,70 @@ bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<u
         uint32_t first;
         uint32_t nextAlt;
     };
-    ByteWriter writer(out);
+    // Room for the most a node can take: its token (two bytes) and the start
+    // and end of the side line it may begin.
+    const size_t start = out.size();
+    out.resize(start + 6 * game.nodes.size());
+    uint8_t* at = out.data() + start;
     std::vector<Frame> stack;
     if (order != nullptr)
         order->assign(1, 0);
-    mainLength = 0;
+    // Locals, since the byte stores could otherwise alias them.
+    const Node* const nodes = game.nodes.data();
+    int32_t moves = 0;
     uint32_t current = 0;
     const auto emit = [&](uint32_t node) {
-        const MoveToken& token = game.nodes[node].token;
-        writer.Byte(token.bytes[0]);
-        if (token.length > 1)
-            writer.Byte(token.bytes[1]);
+        const MoveToken token = nodes[node].token;
+        *at = token.bytes[0];
+        at[1] = token.bytes[1];
+        at += token.length;
         if (order != nullptr)
             order->push_back(node);
         return token.length != 0;
     };
+    const auto mark = [&](uint8_t second) {
+        *at++ = TokenEscape;
+        *at++ = second;
+    };
+    // Gives back the room not taken.
+    const auto finish = [&](bool complete) {
+        out.resize(size_t(at - out.data()));
+        mainLength = moves;
+        return complete;
+    };
     for (;;) {
-        const uint32_t first = game.nodes[current].next;
-        if (first != 0) {
-            // Side lines always have a frame on the stack.
-            mainLength += stack.empty();
+        // Along the line for as long as its moves have no alternatives.
+        const bool mainLine = stack.empty();
+        uint32_t first = nodes[current].next;
+        for (; first != 0; first = nodes[current].next) {
             if (!emit(first))
-                return false;
-            if (game.nodes[first].alt == 0) {
-                current = first;
-                continue;
-            }
-            stack.push_back(Frame{first, game.nodes[first].alt});
+                return finish(false);
+            moves += mainLine;
+            if (nodes[first].alt != 0)
+                break;
+            current = first;
+        }
+        if (first != 0) {
+            stack.push_back(Frame{first, nodes[first].alt});
         } else {
             if (stack.empty())
-                return true;
-            writer.Byte(TokenEscape);
-            writer.Byte(TokenLineEnd);
+                break;
+            mark(TokenLineEnd);
         }
         Frame& frame = stack.back();
         if (frame.nextAlt != 0) {
             const uint32_t alt = frame.nextAlt;
-            frame.nextAlt = game.nodes[alt].alt;
-            writer.Byte(TokenEscape);
-            writer.Byte(TokenLineStart);
+            frame.nextAlt = nodes[alt].alt;
+            mark(TokenLineStart);
             if (!emit(alt))
-                return false;
+                return finish(false);
             current = alt;
         } else {
             current = frame.first;
             stack.pop_back();
         }
     }
+    return finish(true);
 }
 
 }  // namespace ovg

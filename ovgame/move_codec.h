@@ -18,11 +18,31 @@ constexpr uint8_t TokenEscape = 0x0F;     // low nibble of a first byte: a secon
 constexpr uint8_t TokenLineEnd = 0x80;    // second byte: the side line ends
 constexpr uint8_t TokenLineStart = 0x81;  // second byte: a side line begins
 
-// The token of the move from `from` to `to` (with `promotion` for a pawn
-// reaching the last rank) in `pos`, `place` being the place of `to` among the
-// targets of the piece (see LegalTargetPlace); length 0 when the mover's rank
-// has no code (more than 16 men of a side).
-MoveToken TokenOf(const Position& pos, int from, int to, int place, Kind promotion);
+// The token of a move from `from` in `pos`, `place` being the place of its
+// destination among the targets of the man (see LegalTargetPlace) and
+// `promotion` the kind a pawn becomes on the last rank, NoKind for any other
+// move; length 0 when the mover's rank has no code (more than 16 men of a side).
+inline MoveToken TokenOf(const Position& pos, int from, int place, Kind promotion)
+{
+    MoveToken token;
+    const uint64_t own = pos.occupied[pos.side];
+    if (((own >> from) & 1) == 0)
+        return token;
+    const int rank = CountBits(own & ((uint64_t{1} << from) - 1));
+    if (rank > 15)
+        return token;
+    // The underpromotions to rook, bishop and knight as 1 to 3.
+    const uint8_t promo = promotion >= Knight && promotion < Queen ? uint8_t(Queen - promotion) : 0;
+    if (place < 15 && promo == 0) {
+        token.bytes[0] = uint8_t(rank << 4 | place);
+        token.length = 1;
+    } else {
+        token.bytes[0] = uint8_t(rank << 4 | TokenEscape);
+        token.bytes[1] = uint8_t(place | promo << 5);
+        token.length = 2;
+    }
+    return token;
+}
 
 // The tree of `game` as its nodes' tokens; `order` (when not null) receives
 // the nodes in the order of their tokens (the root first), `mainLength` the

@@ -24,12 +24,17 @@ uint16_t FilesHolding(const uint8_t* row, uint8_t code)
 
 }  // namespace
 
+uint16_t HomePawnsOf(const Position& pos)
+{
+    return uint16_t(FilesHolding(pos.squares + SquareOf(0, 1), PieceCode(White, Pawn)) |
+                    FilesHolding(pos.squares + SquareOf(0, 6), PieceCode(Black, Pawn)) << 8);
+}
+
 Signature SignatureOf(const Position& pos)
 {
     Signature sig;
     std::copy(pos.counts, pos.counts + SignatureKinds, sig.count);
-    sig.home = uint16_t(FilesHolding(pos.squares + SquareOf(0, 1), PieceCode(White, Pawn)) |
-                        FilesHolding(pos.squares + SquareOf(0, 6), PieceCode(Black, Pawn)) << 8);
+    sig.home = HomePawnsOf(pos);
     return sig;
 }
 
@@ -42,11 +47,19 @@ GameSignature::GameSignature(const Signature& initial)
 
 void GameSignature::Add(const Signature& position)
 {
+    AddCounts(position.count);
+    KeepHome(position.home);
+}
+
+void GameSignature::AddCounts(const uint8_t* counts)
+{
+    // A copy, so that the bounds are known not to overlap the counts.
+    uint8_t count[SignatureKinds];
+    std::copy(counts, counts + SignatureKinds, count);
     for (int i = 0; i < SignatureKinds; ++i) {
-        least[i] = std::min(least[i], position.count[i]);
-        most[i] = std::max(most[i], position.count[i]);
+        least[i] = std::min(least[i], count[i]);
+        most[i] = std::max(most[i], count[i]);
     }
-    homeAlways &= position.home;
 }
 
 bool GameSignature::MayContain(const Signature& pattern) const

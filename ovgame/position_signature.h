@@ -30,10 +30,16 @@ struct GameSignature {
     explicit GameSignature(const Signature& initial);
     GameSignature() = default;
     void Add(const Signature& position);
+    // Widens the count bounds by a position's counts.
+    void AddCounts(const uint8_t* counts);
+    // Keeps of homeAlways the home pawns a position has.
+    void KeepHome(uint16_t home) { homeAlways &= home; }
     bool MayContain(const Signature& pattern) const;
 };
 
 Signature SignatureOf(const Position& pos);
+// The home pawns of `pos`, as in Signature::home.
+uint16_t HomePawnsOf(const Position& pos);
 
 }  // namespace ovg
 
