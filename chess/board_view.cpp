@@ -32,8 +32,8 @@ bool EnPassantSquareOrdinary(const sPosition& position, const BoardView& view)
 }
 
 // The parts of the view that follow from the kinds and the white men, and
-// the fields; whether the record is ordinary, all its codes being pieces.
-bool FinishOrdinaryView(const sPosition& position, BoardView& view)
+// the fields.
+void FinishView(const sPosition& position, BoardView& view)
 {
     view.occupied = ~view.kinds[0];
     view.black = view.occupied & ~view.white;
@@ -41,6 +41,12 @@ bool FinishOrdinaryView(const sPosition& position, BoardView& view)
     view.epSquare = position.epSquare < OV_NO_EP_SQUARE ? position.epSquare : OV_NO_EP_SQUARE;
     view.shortCastling = (view.whiteToMove ? position.castleWhiteShort : position.castleBlackShort) != 0;
     view.longCastling = (view.whiteToMove ? position.castleWhiteLong : position.castleBlackLong) != 0;
+}
+
+// FinishView; then whether the record is ordinary, all its codes being pieces.
+bool FinishOrdinaryView(const sPosition& position, BoardView& view)
+{
+    FinishView(position, view);
     return OneSquare(view.Pieces(KingKind, true)) && OneSquare(view.Pieces(KingKind, false)) &&
            (view.kinds[PawnKind] & EdgeRanks) == 0 && EnPassantSquareOrdinary(position, view);
 }
@@ -97,5 +103,10 @@ bool MoveOnOrdinaryView(const sPosition& after, BoardView& view, int from, int t
     if (piece & WhiteBit)
         view.white |= toBit;
     view.white &= ~fromBit;
-    return FinishOrdinaryView(after, view);
+    FinishView(after, view);
+    // An ordinary record stays ordinary unless the move takes a king (also
+    // the king "moving" onto its own square), puts a pawn on an edge rank, or
+    // opens an en passant square that is not one.
+    return (captured & 7) != KingKind && ((piece & 7) != PawnKind || (toBit & EdgeRanks) == 0) &&
+           EnPassantSquareOrdinary(after, view);
 }

@@ -1,6 +1,8 @@
 // Playing moves on a tracked position, and the legality test on its view.
 #include "chess/tracked_position.h"
 
+#include <bit>
+
 #include "chess/board_geometry.h"
 #include "chess/move_generator.h"
 #include "chess/packed_move.h"
@@ -62,6 +64,20 @@ SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code)
     if (tracked.ordinary && (IsWhiteMan(code) || IsBlackMan(code)))
         return tracked.view.Pieces(code & 7, (code & WhiteBit) != 0);
     return SquaresHolding(tracked.record, code);
+}
+
+SquareSet TrackedPieceOrigins(TrackedPosition& tracked, int kind, int to)
+{
+    if (tracked.ordinary)
+        return PieceOriginsOnView(tracked.view, tracked.guard, kind, to);
+    const uint8_t own = static_cast<uint8_t>(kind | (WhiteToMove(tracked.record) ? WhiteBit : 0));
+    SquareSet origins = 0;
+    for (SquareSet men = SquaresHolding(tracked.record, own) & ReachableFrom(kind, to); men != 0; men &= men - 1) {
+        const int from = std::countr_zero(men);
+        if (MoveIsLegal(&tracked.record, static_cast<uint32_t>(from | to << 8)))
+            origins |= SquareBit(from);
+    }
+    return origins;
 }
 
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move)

@@ -28,6 +28,10 @@ void PlayTrackedMove(TrackedPosition& tracked, uint32_t move);
 // SquaresHolding on the record.
 SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code);
 
+// The squares of the men of kind `kind` (knight to queen) of the side to
+// move for which MoveIsLegal on the record allows the move to `to`.
+SquareSet TrackedPieceOrigins(TrackedPosition& tracked, int kind, int to);
+
 // MoveIsLegal on the record (left as it was).
 bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move);
 

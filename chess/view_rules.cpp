@@ -288,6 +288,24 @@ bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, in
     }
 }
 
+SquareSet PieceOriginsOnView(const BoardView& view, const KingGuard& guard, int kind, int to)
+{
+    const SquareSet target = SquareBit(to);
+    SquareSet men = view.Pieces(kind, view.whiteToMove) & ReachableFrom(kind, to);
+    if (men == 0 || (view.Own() & target) != 0 || (CheckAnswers(guard) & target) == 0)
+        return 0;
+    // Each man stands a knight's step or on a line of its kind from `to`:
+    // a slider reaches it when nothing stands between.
+    SquareSet origins = 0;
+    for (; men != 0; men &= men - 1) {
+        const int from = std::countr_zero(men);
+        if ((kind == KnightKind || (SquaresBetween(from, to) & view.occupied) == 0) &&
+            (PinLine(view, guard.king, from) & target) != 0)
+            origins |= SquareBit(from);
+    }
+    return origins;
+}
+
 bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard)
 {
     // Out of check a man other than the king nearly always has a move, and

@@ -125,75 +125,21 @@ uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotio
     return candidates == 1 ? found : 0;
 }
 
-// The squares from which a knight, a bishop, a rook or a queen could reach a
-// square on an empty board, by piece number and square. A man elsewhere has
-// no legal move to that square, so only these are put to the legality test.
-struct ReachTable {
-    uint64_t from[PieceKing + 1][64]{};
-};
-
-constexpr ReachTable MakeReachTable()
-{
-    ReachTable table;
-    for (int to = 0; to < 64; ++to) {
-        int toFile = to & 7;
-        int toRank = to >> 3;
-        for (int from = 0; from < 64; ++from) {
-            if (from == to) {
-                continue;
-            }
-            int files = (from & 7) - toFile;
-            int ranks = (from >> 3) - toRank;
-            int fileDistance = files < 0 ? -files : files;
-            int rankDistance = ranks < 0 ? -ranks : ranks;
-            uint64_t bit = uint64_t{1} << from;
-            bool diagonal = fileDistance == rankDistance;
-            bool straight = files == 0 || ranks == 0;
-            if ((fileDistance == 1 && rankDistance == 2) || (fileDistance == 2 && rankDistance == 1)) {
-                table.from[PieceKnight][to] |= bit;
-            }
-            if (diagonal) {
-                table.from[PieceBishop][to] |= bit;
-            }
-            if (straight) {
-                table.from[PieceRook][to] |= bit;
-            }
-            if (diagonal || straight) {
-                table.from[PieceQueen][to] |= bit;
-            }
-        }
-    }
-    return table;
-}
-
-constexpr ReachTable Reach = MakeReachTable();
-
 uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
 {
-    const sPosition& record = position.record;
-    uint32_t piece = TokenPiece(token);
-    uint8_t own = static_cast<uint8_t>(piece | (record.sideToMove ? 8 : 0));
-    // Candidates in square order, a1 first; there may be any number of a kind
-    // in a set-up position, one place per square at most.
-    uint8_t candidates[64];
-    int count = 0;
-    uint64_t men = TrackedSquaresHolding(position, own) & Reach.from[piece][to];
-    for (; men != 0; men &= men - 1) {
-        int from = std::countr_zero(men);
-        if (TrackedMoveIsLegal(position, Packed(from, to))) {
-            candidates[count++] = static_cast<uint8_t>(from);
-        }
-    }
-    if (count == 1) {
-        return Packed(candidates[0], to);
+    const SquareSet origins = TrackedPieceOrigins(position, static_cast<int>(TokenPiece(token)), to);
+    if (OneSquare(origins)) {
+        return Packed(std::countr_zero(origins), to);
     }
     bool byFile = (token & FromFileGiven) != 0;
     bool byRank = (token & FromRankGiven) != 0;
-    if (count == 0 || (!byFile && !byRank)) {
+    if (origins == 0 || (!byFile && !byRank)) {
         return 0;
     }
-    for (int i = 0; i < count; ++i) {
-        int from = candidates[i];
+    // Several men can go: the first in square order, a1 first, that stands
+    // on the given file and rank.
+    for (SquareSet men = origins; men != 0; men &= men - 1) {
+        int from = std::countr_zero(men);
         if ((!byFile || (from & 7) == static_cast<int>(TokenFromFile(token))) &&
             (!byRank || (from >> 3) == static_cast<int>(TokenFromRank(token)))) {
             return Packed(from, to);
