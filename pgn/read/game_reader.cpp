@@ -137,33 +137,17 @@ int32_t FindPgnTag(const char* name)
         }
         return lengths;
     }();
+    // Every name starts with a letter: a first character that differs from
+    // it in more than case rules the name out before the full comparison.
     size_t length = std::strlen(name);
+    char folded = static_cast<char>(name[0] | 0x20);
     for (size_t i = 0; i < PgnTagNames.size(); ++i) {
-        if (NameLengths[i] == length && strcasecmp(name, PgnTagNames[i]) == 0) {
+        if (NameLengths[i] == length && (PgnTagNames[i][0] | 0x20) == folded &&
+            strcasecmp(name, PgnTagNames[i]) == 0) {
             return static_cast<int32_t>(i) + 1;
         }
     }
     return 0;
-}
-
-int32_t PgnResultFromToken(const char* token)
-{
-    if (token[0] == '*') {
-        return PgnResultUnknown;
-    }
-    if (token[0] != '\0' && (token[1] == '-' || token[1] == ':')) {
-        if (token[0] == '1') {
-            return PgnResultWhiteWins;
-        }
-        if (token[2] == '1') {
-            return PgnResultBlackWins;
-        }
-        return PgnResultNone;
-    }
-    if (token[0] == '1' && token[1] == '/') {
-        return PgnResultDraw;
-    }
-    return PgnResultNone;
 }
 
 int32_t PgnResultFromTag(const char* text)

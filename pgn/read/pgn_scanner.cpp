@@ -196,12 +196,71 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
     return ReadOrdinary(input, token);
 }
 
-}  // namespace
-
-int32_t PgnNextToken(PgnInput& source, char* token, int32_t* isString)
+// Kept out of line, so that the common tokens need no registers saved.
+[[gnu::noinline]] int32_t ScanInGeneral(PgnInput& source, char* token, int32_t* isString)
 {
     Cursor input(source);
     int32_t length = ScanToken(input, token, isString);
     input.Finish();
     return length;
+}
+
+// The common tokens, a single or an ordinary token that ends inside the
+// buffered block at a stop character or at white space behind anything but
+// a hyphen, read straight from the block. Returns the length, or 0 when the
+// token needs the general scan, with white space passed over.
+int32_t ScanShortToken(PgnInput& source, char* token)
+{
+    const uint8_t* next = source.Next();
+    const uint8_t* limit = source.Limit();
+    while (next != limit && HasPgnClass(*next, WhiteSpace)) {
+        ++next;
+    }
+    source.Take(next);
+    if (next == limit) {
+        return 0;
+    }
+    uint8_t c = *next;
+    if (HasPgnClass(c, PgnSingle)) {
+        token[0] = static_cast<char>(c);
+        token[1] = '\0';
+        source.Take(next + 1);
+        return 1;
+    }
+    // Quotes and glyph starts are stop characters.
+    if (HasPgnClass(c, PgnStop) || c == '%') {
+        return 0;
+    }
+    // The run stops at the end of the block or at the 255th character; both
+    // cases go the general way.
+    const uint8_t* end = limit - next > MaxTokenLength ? next + MaxTokenLength : limit;
+    const uint8_t* first = next;
+    char* out = token;
+    do {
+        *out++ = static_cast<char>(*next++);
+    } while (next != end && !HasPgnClass(*next, WhiteSpace | PgnStop));
+    if (next == end) {
+        return 0;
+    }
+    int32_t length = static_cast<int32_t>(next - first);
+    if (HasPgnClass(*next, WhiteSpace)) {
+        if (token[length - 1] == '-') {
+            return 0;
+        }
+        ++next;
+    }
+    token[length] = '\0';
+    source.Take(next);
+    return length;
+}
+
+}  // namespace
+
+int32_t PgnNextToken(PgnInput& source, char* token, int32_t* isString)
+{
+    *isString = 0;
+    if (int32_t length = ScanShortToken(source, token)) {
+        return length;
+    }
+    return ScanInGeneral(source, token, isString);
 }
