@@ -263,12 +263,6 @@ SquareSet AttackersOf(const BoardView& view, int square, bool byWhite, SquareSet
     return attackers;
 }
 
-KingGuard GuardOfSideToMove(const BoardView& view)
-{
-    const int king = std::countr_zero(view.Pieces(KingKind, view.whiteToMove));
-    return KingGuard{king, AttackersOf(view, king, !view.whiteToMove, view.occupied)};
-}
-
 bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, int from, int to)
 {
     const SquareSet target = SquareBit(to);

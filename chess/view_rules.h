@@ -5,6 +5,8 @@
 #ifndef ORVAN_CHESS_VIEW_RULES_H
 #define ORVAN_CHESS_VIEW_RULES_H
 
+#include <bit>
+
 #include "chess/board_view.h"
 #include "chess/piece_codes.h"
 
@@ -31,7 +33,11 @@ struct KingGuard {
     int king;
     SquareSet checkers;
 };
-KingGuard GuardOfSideToMove(const BoardView& view);
+inline KingGuard GuardOfSideToMove(const BoardView& view)
+{
+    const int king = std::countr_zero(view.Pieces(KingKind, view.whiteToMove));
+    return KingGuard{king, AttackersOf(view, king, !view.whiteToMove, view.occupied)};
+}
 
 // Whether `to` is a legal destination of the man of kind `kind` (code AND 7)
 // on `from`, a man of the side to move.
