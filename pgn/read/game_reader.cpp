@@ -130,21 +130,35 @@ void ResolveMoves(PgnReadContext& reader, PgnGame* game, int32_t fischer, int32_
 
 int32_t FindPgnTag(const char* name)
 {
-    static constexpr auto NameLengths = [] {
-        std::array<size_t, PGN_TAG_COUNT> lengths{};
-        for (size_t i = 0; i < lengths.size(); ++i) {
-            lengths[i] = std::char_traits<char>::length(PgnTagNames[i]);
+    // The tag numbers by the length of their names, 0 behind the last.
+    constexpr size_t LongestName = 15;
+    constexpr size_t MostOfOneLength = 7;
+    static constexpr auto NumbersByLength = [] {
+        std::array<std::array<uint8_t, MostOfOneLength + 1>, LongestName + 1> numbers{};
+        for (size_t i = 0; i < PgnTagNames.size(); ++i) {
+            auto& bucket = numbers[std::char_traits<char>::length(PgnTagNames[i])];
+            size_t place = 0;
+            while (bucket[place] != 0) {
+                ++place;
+            }
+            bucket[place] = static_cast<uint8_t>(i + 1);
         }
-        return lengths;
+        return numbers;
     }();
+    size_t length = std::strlen(name);
+    if (length > LongestName) {
+        return 0;
+    }
     // Every name starts with a letter: a first character that differs from
     // it in more than case rules the name out before the full comparison.
-    size_t length = std::strlen(name);
     char folded = static_cast<char>(name[0] | 0x20);
-    for (size_t i = 0; i < PgnTagNames.size(); ++i) {
-        if (NameLengths[i] == length && (PgnTagNames[i][0] | 0x20) == folded &&
-            strcasecmp(name, PgnTagNames[i]) == 0) {
-            return static_cast<int32_t>(i) + 1;
+    for (uint8_t number : NumbersByLength[length]) {
+        if (number == 0) {
+            break;
+        }
+        const char* candidate = PgnTagNames[number - 1];
+        if ((candidate[0] | 0x20) == folded && strcasecmp(name, candidate) == 0) {
+            return number;
         }
     }
     return 0;

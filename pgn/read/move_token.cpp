@@ -206,11 +206,26 @@ void PgnPieceLetters::Set(const char* letters)
     for (int i = 0; i < 5 && given[i] != '\0'; ++i) {
         letters_[i] = given[i];
     }
-    std::memset(pieceOf_, 0, sizeof pieceOf_);
+    // The piece of each letter; the first place wins for a letter given twice.
+    uint8_t pieceOf[256] = {};
     for (int i = 4; i >= 0; --i) {
         if (letters_[i] != '\0') {
-            pieceOf_[static_cast<uint8_t>(letters_[i])] = static_cast<uint8_t>(PieceKnight + i);
+            pieceOf[static_cast<uint8_t>(letters_[i])] = static_cast<uint8_t>(PieceKnight + i);
         }
+    }
+    for (int code = 0; code < 256; ++code) {
+        char c = static_cast<char>(code);
+        uint8_t piece = pieceOf[code];
+        tail_[code] = piece != 0 && piece != PieceKing ? static_cast<uint8_t>(TailPromotion | piece)
+                      : c == 'p'                       ? TailP
+                      : IsRankDigit(c)                 ? TailRank
+                      : c == 'e'                       ? TailE
+                      : IsFileLetter(c)                ? TailFile
+                                                       : 0;
+        head_[code] = IsFileLetter(c)  ? HeadFile
+                      : IsRankDigit(c) ? HeadRank
+                      : piece != 0     ? static_cast<uint8_t>(HeadPiece | piece)
+                                       : 0;
     }
 }
 
@@ -222,22 +237,32 @@ int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, in
     uint32_t word = PiecePawn;
     int rank = -1;
     bool sawP = false;
-    int32_t fileAt = -1;
-    for (int32_t i = length - 1; i >= 0; --i) {
-        char c = text[i];
-        uint32_t promotion = pieceLetters.PieceFromLetter(c);
-        if (promotion != 0 && promotion != PieceKing) {
-            word = (word & ~(7u << PromotionShift)) | (promotion << PromotionShift);
-        } else if (c == 'p') {
-            sawP = true;
-        } else if (IsRankDigit(c)) {
-            rank = c - '1';
-        } else if (c == 'e' && sawP && rank < 0) {
-            // the "e" of a suffix written "ep"
-        } else if (IsFileLetter(c)) {
-            fileAt = i;
+    int32_t fileAt = length - 1;
+    for (; fileAt >= 0; --fileAt) {
+        char c = text[fileAt];
+        uint8_t meaning = pieceLetters.TailClass(c);
+        if (meaning == PgnPieceLetters::TailFile) {
             break;
         }
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::TailPromotion:
+            word = (word & ~(7u << PromotionShift)) | (static_cast<uint32_t>(meaning & 7) << PromotionShift);
+            continue;
+        case PgnPieceLetters::TailP:
+            sawP = true;
+            continue;
+        case PgnPieceLetters::TailRank:
+            rank = c - '1';
+            continue;
+        case PgnPieceLetters::TailE:
+            if (sawP && rank < 0) {
+                continue;  // the "e" of a suffix written "ep"
+            }
+            break;
+        default:
+            continue;
+        }
+        break;
     }
     if (fileAt < 0) {
         if (!ParseCastling(text, length, &word)) {
@@ -254,14 +279,21 @@ int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, in
     }
     for (int32_t i = fileAt - 1; i >= 0; --i) {
         char c = text[i];
-        if (IsFileLetter(c)) {
+        uint8_t meaning = pieceLetters.HeadClass(c);
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::HeadFile:
             word = (word & ~(7u << FromFileShift)) | FromFileGiven |
                    (static_cast<uint32_t>(c - 'a') << FromFileShift);
-        } else if (IsRankDigit(c)) {
+            break;
+        case PgnPieceLetters::HeadRank:
             word = (word & ~(7u << FromRankShift)) | FromRankGiven |
                    (static_cast<uint32_t>(c - '1') << FromRankShift);
-        } else if (uint32_t piece = pieceLetters.PieceFromLetter(c); piece != 0) {
-            word = (word & ~PieceMask) | piece;
+            break;
+        case PgnPieceLetters::HeadPiece:
+            word = (word & ~PieceMask) | (meaning & 7);
+            break;
+        default:
+            break;
         }
     }
     *token = word;

@@ -39,8 +39,8 @@ inline uint32_t TokenPromotion(uint32_t token) { return (token >> MoveTokenBits:
 inline uint32_t TokenCloseCount(uint32_t token) { return token >> MoveTokenBits::CloseCountShift; }
 inline bool TokenOpens(uint32_t token) { return (token & MoveTokenBits::OpensVariation) != 0; }
 
-// The letters the input uses for knight, bishop, rook, queen and king, with a
-// table from character to piece number for the move reader's inner loop.
+// The letters the input uses for knight, bishop, rook, queen and king, with
+// tables from character to meaning for the move reader's inner loops.
 class PgnPieceLetters {
 public:
     PgnPieceLetters() { Set(nullptr); }
@@ -50,13 +50,23 @@ public:
 
     const char* Letters() const { return letters_; }
 
-    // 2 to 6 for the first to fifth letter (the first place wins when a letter
-    // is given twice), 0 for any other character.
-    uint32_t PieceFromLetter(char c) const { return pieceOf_[static_cast<uint8_t>(c)]; }
+    // What a character means behind the target file of a move, read from the
+    // end of the text: a promotion piece (TailPromotion plus its number 2 to
+    // 5), the "p" of an "ep" suffix, a rank digit, the letter "e" (a file, or
+    // the "e" of "ep"), another file letter, or nothing (0). The earlier
+    // meaning in this order wins for a character that has two.
+    enum : uint8_t { TailPromotion = 0x10, TailP = 0x20, TailRank = 0x30, TailE = 0x40, TailFile = 0x50 };
+    uint8_t TailClass(char c) const { return tail_[static_cast<uint8_t>(c)]; }
+
+    // What a character means in front of the target file: a file letter, a
+    // rank digit, a piece (HeadPiece plus its number 2 to 6), or nothing (0).
+    enum : uint8_t { HeadFile = 0x10, HeadRank = 0x20, HeadPiece = 0x30 };
+    uint8_t HeadClass(char c) const { return head_[static_cast<uint8_t>(c)]; }
 
 private:
     char letters_[6] = {};
-    uint8_t pieceOf_[256] = {};
+    uint8_t tail_[256] = {};
+    uint8_t head_[256] = {};
 };
 
 // True for a text that is never a move: empty, starting with ".", or starting

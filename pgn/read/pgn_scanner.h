@@ -17,6 +17,7 @@ enum : uint8_t {
     PgnGlyphStart = 8,   // ! ? $
     PgnStop = 16,        // ends an ordinary token and is put back
     PgnGlyphChar = 32,   // ! ? $ and decimal digits
+    PgnBracket = 64,     // [ ] { } ( ) < ; which the game loop looks at first
 };
 
 inline constexpr auto PgnCharClass = [] {
@@ -34,6 +35,7 @@ inline constexpr auto PgnCharClass = [] {
     mark("!?$", PgnGlyphStart);
     mark("\".*[]<>{}()!?$", PgnStop);
     mark("!?$0123456789", PgnGlyphChar);
+    mark("[]{}()<;", PgnBracket);
     return table;
 }();
 
