@@ -290,14 +290,20 @@ SquareSet PieceOriginsOnView(const BoardView& view, const KingGuard& guard, int 
         return 0;
     // Each man stands a knight's step or on a line of its kind from `to`:
     // a slider reaches it when nothing stands between.
-    SquareSet origins = 0;
-    for (; men != 0; men &= men - 1) {
-        const int from = std::countr_zero(men);
-        if ((kind == KnightKind || (SquaresBetween(from, to) & view.occupied) == 0) &&
-            (PinLine(view, guard.king, from) & target) != 0)
-            origins |= SquareBit(from);
+    if (kind != KnightKind)
+        for (SquareSet sliders = men; sliders != 0; sliders &= sliders - 1) {
+            const int from = std::countr_zero(sliders);
+            if ((SquaresBetween(from, to) & view.occupied) != 0)
+                men &= ~SquareBit(from);
+        }
+    // Only a man on a line through its king can be pinned.
+    const SquareSet kingLines = DiagonalLines[guard.king] | StraightLines[guard.king];
+    for (SquareSet exposed = men & kingLines; exposed != 0; exposed &= exposed - 1) {
+        const int from = std::countr_zero(exposed);
+        if ((PinLine(view, guard.king, from) & target) == 0)
+            men &= ~SquareBit(from);
     }
-    return origins;
+    return men;
 }
 
 bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard)
