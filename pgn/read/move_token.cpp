@@ -30,20 +30,6 @@ uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
 }
 
-// Reads the castling words: two of O, o or 0 are short, three are long.
-int32_t ParseCastling(const char* text, int32_t length, uint32_t* word)
-{
-    int count = 0;
-    for (int32_t i = 0; i < length; ++i) {
-        count += text[i] == 'O' || text[i] == 'o' || text[i] == '0';
-    }
-    if (count != 2 && count != 3) {
-        return 0;
-    }
-    *word = (*word & ~PieceMask) | PieceKing | (count == 2 ? ShortCastling : LongCastling);
-    return 1;
-}
-
 uint32_t MirrorRanks(uint32_t token)
 {
     if (token & FromRankGiven) {
@@ -199,6 +185,19 @@ uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fische
 
 }  // namespace
 
+int32_t ParseCastlingToken(const char* text, int32_t length, uint32_t* word)
+{
+    int count = 0;
+    for (int32_t i = 0; i < length; ++i) {
+        count += text[i] == 'O' || text[i] == 'o' || text[i] == '0';
+    }
+    if (count != 2 && count != 3) {
+        return 0;
+    }
+    *word = (*word & ~PieceMask) | PieceKing | (count == 2 ? ShortCastling : LongCastling);
+    return 1;
+}
+
 void PgnPieceLetters::Set(const char* letters)
 {
     const char* given = letters != nullptr ? letters : "NBRQK";
@@ -227,77 +226,6 @@ void PgnPieceLetters::Set(const char* letters)
                       : piece != 0     ? static_cast<uint8_t>(HeadPiece | piece)
                                        : 0;
     }
-}
-
-int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
-{
-    if (IsNeverAMove(text, length)) {
-        return 0;
-    }
-    uint32_t word = PiecePawn;
-    int rank = -1;
-    bool sawP = false;
-    int32_t fileAt = length - 1;
-    for (; fileAt >= 0; --fileAt) {
-        char c = text[fileAt];
-        uint8_t meaning = pieceLetters.TailClass(c);
-        if (meaning == PgnPieceLetters::TailFile) {
-            break;
-        }
-        switch (meaning & 0xF0) {
-        case PgnPieceLetters::TailPromotion:
-            word = (word & ~(7u << PromotionShift)) | (static_cast<uint32_t>(meaning & 7) << PromotionShift);
-            continue;
-        case PgnPieceLetters::TailP:
-            sawP = true;
-            continue;
-        case PgnPieceLetters::TailRank:
-            rank = c - '1';
-            continue;
-        case PgnPieceLetters::TailE:
-            if (sawP && rank < 0) {
-                continue;  // the "e" of a suffix written "ep"
-            }
-            break;
-        default:
-            continue;
-        }
-        break;
-    }
-    if (fileAt < 0) {
-        if (!ParseCastling(text, length, &word)) {
-            return 0;
-        }
-        *token = word;
-        return 1;
-    }
-    word |= static_cast<uint32_t>(text[fileAt] - 'a') << ToFileShift;
-    if (rank >= 0) {
-        word |= static_cast<uint32_t>(rank) << ToRankShift;
-    } else {
-        word |= NoToRank;
-    }
-    for (int32_t i = fileAt - 1; i >= 0; --i) {
-        char c = text[i];
-        uint8_t meaning = pieceLetters.HeadClass(c);
-        switch (meaning & 0xF0) {
-        case PgnPieceLetters::HeadFile:
-            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
-                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
-            break;
-        case PgnPieceLetters::HeadRank:
-            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
-                   (static_cast<uint32_t>(c - '1') << FromRankShift);
-            break;
-        case PgnPieceLetters::HeadPiece:
-            word = (word & ~PieceMask) | (meaning & 7);
-            break;
-        default:
-            break;
-        }
-    }
-    *token = word;
-    return 1;
 }
 
 uint32_t ResolveMoveToken(TrackedPosition& position, uint32_t token, int32_t fischer, int32_t swap)

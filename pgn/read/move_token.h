@@ -77,11 +77,86 @@ inline bool IsNeverAMove(const char* text, int32_t length)
            (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'));
 }
 
+// Reads a text without a target file as castling: two of O, o or 0 are
+// short, three are long. Returns 1 and puts the king and the castling bit
+// into *word, else 0.
+int32_t ParseCastlingToken(const char* text, int32_t length, uint32_t* word);
+
 // Reads `text` of `length` characters as a move, from its end: standard or
 // long algebraic, pawn captures by files alone, castling with letters or
 // digits, suffixes passed over. Returns 1 and sets bits 0-22 of *token for a
-// move, else 0 with *token untouched.
-int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token);
+// move, else 0 with *token untouched. Inline: it runs for every move.
+inline int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
+{
+    using namespace MoveTokenBits;
+    if (IsNeverAMove(text, length)) {
+        return 0;
+    }
+    uint32_t word = PiecePawn;
+    int rank = -1;
+    bool sawP = false;
+    int32_t fileAt = length - 1;
+    for (; fileAt >= 0; --fileAt) {
+        char c = text[fileAt];
+        uint8_t meaning = pieceLetters.TailClass(c);
+        if (meaning == PgnPieceLetters::TailFile) {
+            break;
+        }
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::TailPromotion:
+            word = (word & ~(7u << PromotionShift)) | (static_cast<uint32_t>(meaning & 7) << PromotionShift);
+            continue;
+        case PgnPieceLetters::TailP:
+            sawP = true;
+            continue;
+        case PgnPieceLetters::TailRank:
+            rank = c - '1';
+            continue;
+        case PgnPieceLetters::TailE:
+            if (sawP && rank < 0) {
+                continue;  // the "e" of a suffix written "ep"
+            }
+            break;
+        default:
+            continue;
+        }
+        break;
+    }
+    if (fileAt < 0) {
+        if (!ParseCastlingToken(text, length, &word)) {
+            return 0;
+        }
+        *token = word;
+        return 1;
+    }
+    word |= static_cast<uint32_t>(text[fileAt] - 'a') << ToFileShift;
+    if (rank >= 0) {
+        word |= static_cast<uint32_t>(rank) << ToRankShift;
+    } else {
+        word |= NoToRank;
+    }
+    for (int32_t i = fileAt - 1; i >= 0; --i) {
+        char c = text[i];
+        uint8_t meaning = pieceLetters.HeadClass(c);
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::HeadFile:
+            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
+                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
+            break;
+        case PgnPieceLetters::HeadRank:
+            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
+                   (static_cast<uint32_t>(c - '1') << FromRankShift);
+            break;
+        case PgnPieceLetters::HeadPiece:
+            word = (word & ~PieceMask) | (meaning & 7);
+            break;
+        default:
+            break;
+        }
+    }
+    *token = word;
+    return 1;
+}
 
 // The PackedMove that `token` means in `position` (left as it was), or 0 when
 // it is illegal or ambiguous.
