@@ -122,6 +122,49 @@ int32_t ReadOrdinary(Cursor& input, char* token)
     return EndToken(input, token, length);
 }
 
+// Takes the blanks off both ends of a string value of `length` characters
+// and terminates it; returns the new length.
+int32_t TrimStringValue(char* token, int32_t length)
+{
+    while (length > 0 && IsStringBlank(token[length - 1])) {
+        --length;
+    }
+    int32_t lead = 0;
+    while (lead < length && IsStringBlank(token[lead])) {
+        ++lead;
+    }
+    for (int32_t i = lead; i < length; ++i) {
+        token[i - lead] = token[i];
+    }
+    length -= lead;
+    token[length] = '\0';
+    return length;
+}
+
+// A string that closes inside the buffered block, with no backslash or line
+// end and fewer than 255 characters, read straight from the block; `next`
+// stands on its opening quote. Returns false, having read nothing, for any
+// other string.
+bool ScanShortString(PgnInput& source, const uint8_t* next, char* token, int32_t* length)
+{
+    const uint8_t* limit = source.Limit();
+    const uint8_t* first = ++next;
+    const uint8_t* end = limit - next > MaxTokenLength ? next + MaxTokenLength : limit;
+    for (; next != end; ++next) {
+        uint8_t c = *next;
+        if (c == '"') {
+            source.Take(next + 1);
+            *length = TrimStringValue(token, static_cast<int32_t>(next - first));
+            return true;
+        }
+        if (c == '\\' || HasPgnClass(c, PgnLineEnd)) {
+            return false;
+        }
+        token[next - first] = static_cast<char>(c);
+    }
+    return false;
+}
+
 // A quoted string's value, behind the opening quote. Escapes are kept as they
 // stand: a backslash takes the byte behind it along into the value.
 int32_t ReadString(Cursor& input, char* token)
@@ -150,19 +193,7 @@ int32_t ReadString(Cursor& input, char* token)
             }
         }
     }
-    while (length > 0 && IsStringBlank(token[length - 1])) {
-        --length;
-    }
-    int32_t lead = 0;
-    while (lead < length && IsStringBlank(token[lead])) {
-        ++lead;
-    }
-    for (int32_t i = lead; i < length; ++i) {
-        token[i - lead] = token[i];
-    }
-    length -= lead;
-    token[length] = '\0';
-    return length;
+    return TrimStringValue(token, length);
 }
 
 int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
@@ -199,8 +230,15 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
 // Kept out of line, so that the common tokens need no registers saved.
 [[gnu::noinline]] int32_t ScanInGeneral(PgnInput& source, char* token, int32_t* isString)
 {
+    // Tag values, the most common strings, mostly lie inside the block.
+    int32_t length;
+    if (source.Next() != source.Limit() && *source.Next() == '"' &&
+        ScanShortString(source, source.Next(), token, &length)) {
+        *isString = 1;
+        return length;
+    }
     Cursor input(source);
-    int32_t length = ScanToken(input, token, isString);
+    length = ScanToken(input, token, isString);
     input.Finish();
     return length;
 }
