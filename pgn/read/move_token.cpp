@@ -30,6 +30,9 @@ uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
 }
 
+// The resolvers of the kinds of moves are kept out of line: each then saves
+// only the registers it needs, and the dispatch below none.
+
 uint32_t MirrorRanks(uint32_t token)
 {
     if (token & FromRankGiven) {
@@ -38,7 +41,7 @@ uint32_t MirrorRanks(uint32_t token)
     return token ^ (7u << ToRankShift);
 }
 
-uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
+[[gnu::noinline]] uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
 {
     const sPosition& record = position.record;
     int forward = record.sideToMove ? 8 : -8;
@@ -71,7 +74,7 @@ uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, u
     return found;
 }
 
-uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotion)
+[[gnu::noinline]] uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotion)
 {
     const sPosition& record = position.record;
     int rank = to >> 3;
@@ -111,7 +114,7 @@ uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotio
     return candidates == 1 ? found : 0;
 }
 
-uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
+[[gnu::noinline]] uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
 {
     const SquareSet origins = TrackedPieceOrigins(position, static_cast<int>(TokenPiece(token)), to);
     if (OneSquare(origins)) {
@@ -134,7 +137,7 @@ uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
     return 0;
 }
 
-uint32_t ResolveKingMove(TrackedPosition& position, int to)
+[[gnu::noinline]] uint32_t ResolveKingMove(TrackedPosition& position, int to)
 {
     const sPosition& record = position.record;
     uint64_t kings = TrackedSquaresHolding(position, record.sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
@@ -145,7 +148,7 @@ uint32_t ResolveKingMove(TrackedPosition& position, int to)
     return TrackedMoveIsLegal(position, move) ? move : 0;
 }
 
-uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
+[[gnu::noinline]] uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
 {
     const sPosition& record = position.record;
     bool white = record.sideToMove != 0;
