@@ -145,7 +145,7 @@ private:
     {
         char first = token_[0];
         if (inTag_) {
-            currentTag_ = FindPgnTag(token_);
+            currentTag_ = FindPgnTag(token_, static_cast<size_t>(length));
             if (currentTag_ == 0) {
                 currentTag_ = -1;
             } else if (inMoves_) {

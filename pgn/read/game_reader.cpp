@@ -128,7 +128,7 @@ void ResolveMoves(PgnReadContext& reader, PgnGame* game, int32_t fischer, int32_
 
 }  // namespace
 
-int32_t FindPgnTag(const char* name)
+int32_t FindPgnTag(const char* name, size_t length)
 {
     // The tag numbers by the length of their names, 0 behind the last.
     constexpr size_t LongestName = 15;
@@ -145,7 +145,6 @@ int32_t FindPgnTag(const char* name)
         }
         return numbers;
     }();
-    size_t length = std::strlen(name);
     if (length > LongestName) {
         return 0;
     }
