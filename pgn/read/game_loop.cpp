@@ -139,8 +139,9 @@ private:
         return TakeWord(length);
     }
 
-    // Takes a token that is no string, bracket, comment or escape: a tag
-    // name, or a word of the movetext. Returns true when it ends the game.
+    // Takes a token that is no string and opens no comment, variation or
+    // skipped text: a tag name or a word of the movetext, and the tag
+    // brackets themselves. Returns true when it ends the game.
     bool TakeWord(int32_t length)
     {
         char first = token_[0];
