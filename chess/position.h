@@ -5,6 +5,7 @@
 #define ORVAN_CHESS_POSITION_H
 
 #include <cstdint>
+#include <cstring>
 
 #include "orvan.h"
 #include "siblings/driver_records.h"
@@ -55,10 +56,13 @@ inline void UpdateMoveFields(sPosition* position, uint8_t piece, int from, int t
     // A right goes when anything leaves or arrives on its rook's square.
     // With the usual field values (0, or 1 for the corner rook) only a move
     // from or to a corner can take one.
+    // The four fields are read as one word: all of them 0 or 1 when no
+    // byte has a bit above its lowest.
     constexpr uint64_t Corners = 0x8100000000000081ull;
-    const int values = position->castleWhiteLong | position->castleWhiteShort | position->castleBlackLong |
-                       position->castleBlackShort;
-    if (values == 0 || (values == 1 && ((Corners >> from) & 1) == 0 && ((Corners >> to) & 1) == 0))
+    uint32_t fields;
+    std::memcpy(&fields, &position->castleWhiteLong, sizeof fields);
+    if (fields == 0 ||
+        ((fields & ~0x01010101u) == 0 && ((Corners >> from) & 1) == 0 && ((Corners >> to) & 1) == 0))
         return;
     for (int field = 0; field < CastlingFieldCount; ++field) {
         uint8_t& value = CastlingField(*position, field);
