@@ -2,9 +2,6 @@
 
 namespace {
 
-constexpr int MaxTokenLength = PgnTokenSize - 1;
-constexpr uint8_t WhiteSpace = PgnBlank | PgnLineEnd;
-
 bool IsStringBlank(char c)
 {
     return HasPgnClass(static_cast<uint8_t>(c), PgnBlank);
@@ -58,7 +55,7 @@ void SkipTokenRest(Cursor& input)
 {
     for (;;) {
         uint8_t c = input.Peek();
-        if (HasPgnClass(c, WhiteSpace)) {
+        if (HasPgnClass(c, PgnWhiteSpace)) {
             input.Advance();
             return;
         }
@@ -73,7 +70,7 @@ void SkipTokenRest(Cursor& input)
 // the rest of its text thrown away.
 int32_t EndToken(Cursor& input, char* token, int32_t length)
 {
-    if (length == MaxTokenLength) {
+    if (length == PgnMaxTokenLength) {
         SkipTokenRest(input);
     }
     token[length] = '\0';
@@ -83,7 +80,7 @@ int32_t EndToken(Cursor& input, char* token, int32_t length)
 int32_t ReadGlyph(Cursor& input, char* token)
 {
     int32_t length = 1;
-    while (length < MaxTokenLength) {
+    while (length < PgnMaxTokenLength) {
         uint8_t c = input.Peek();
         if (!HasPgnClass(c, PgnGlyphChar)) {
             break;
@@ -97,9 +94,9 @@ int32_t ReadGlyph(Cursor& input, char* token)
 int32_t ReadOrdinary(Cursor& input, char* token)
 {
     int32_t length = 1;
-    while (length < MaxTokenLength) {
+    while (length < PgnMaxTokenLength) {
         uint8_t c = input.Peek();
-        if (HasPgnClass(c, WhiteSpace | PgnStop)) {
+        if (HasPgnClass(c, PgnWhiteSpace | PgnStop)) {
             if (HasPgnClass(c, PgnStop)) {
                 break;
             }
@@ -109,7 +106,7 @@ int32_t ReadOrdinary(Cursor& input, char* token)
             }
             // A token broken behind a hyphen goes on behind the white space,
             // over any number of lines: "1/2-" + "1/2", "O-" + "O".
-            while (HasPgnClass(c = input.Peek(), WhiteSpace)) {
+            while (HasPgnClass(c = input.Peek(), PgnWhiteSpace)) {
                 input.Advance();
             }
             if (HasPgnClass(c, PgnStop)) {
@@ -149,7 +146,7 @@ bool ScanShortString(PgnInput& source, const uint8_t* next, char* token, int32_t
 {
     const uint8_t* limit = source.Limit();
     const uint8_t* first = ++next;
-    const uint8_t* end = limit - next > MaxTokenLength ? next + MaxTokenLength : limit;
+    const uint8_t* end = limit - next > PgnMaxTokenLength ? next + PgnMaxTokenLength : limit;
     for (; next != end; ++next) {
         uint8_t c = *next;
         if (c == '"') {
@@ -171,7 +168,7 @@ int32_t ReadString(Cursor& input, char* token)
 {
     int32_t length = 0;
     for (;;) {
-        if (length == MaxTokenLength) {
+        if (length == PgnMaxTokenLength) {
             for (uint8_t c = input.Read(); c != '"'; c = input.Read()) {
                 if (c == '\\') {
                     input.Read();
@@ -188,7 +185,7 @@ int32_t ReadString(Cursor& input, char* token)
             uint8_t escaped = input.Read();
             // A backslash in the last place has no room for its byte: the
             // byte is dropped with the rest of the string.
-            if (length < MaxTokenLength) {
+            if (length < PgnMaxTokenLength) {
                 token[length++] = static_cast<char>(escaped);
             }
         }
@@ -200,7 +197,7 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
 {
     uint8_t c = input.Read();
     for (;;) {
-        if (HasPgnClass(c, WhiteSpace)) {
+        if (HasPgnClass(c, PgnWhiteSpace)) {
             c = input.Read();
         } else if (c == '%') {
             // An escape line, in whatever column: skipped with its line end.
@@ -227,8 +224,9 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
     return ReadOrdinary(input, token);
 }
 
-// Kept out of line, so that the common tokens need no registers saved.
-[[gnu::noinline]] int32_t ScanInGeneral(PgnInput& source, char* token, int32_t* isString)
+}  // namespace
+
+int32_t PgnScanInGeneral(PgnInput& source, char* token, int32_t* isString)
 {
     // Tag values, the most common strings, mostly lie inside the block.
     int32_t length;
@@ -241,64 +239,4 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
     length = ScanToken(input, token, isString);
     input.Finish();
     return length;
-}
-
-// The common tokens, a single or an ordinary token that ends inside the
-// buffered block at a stop character or at white space behind anything but
-// a hyphen, read straight from the block. Returns the length, or 0 when the
-// token needs the general scan, with white space passed over.
-int32_t ScanShortToken(PgnInput& source, char* token)
-{
-    const uint8_t* next = source.Next();
-    const uint8_t* limit = source.Limit();
-    while (next != limit && HasPgnClass(*next, WhiteSpace)) {
-        ++next;
-    }
-    source.Take(next);
-    if (next == limit) {
-        return 0;
-    }
-    uint8_t c = *next;
-    if (HasPgnClass(c, PgnSingle)) {
-        token[0] = static_cast<char>(c);
-        token[1] = '\0';
-        source.Take(next + 1);
-        return 1;
-    }
-    // Quotes and glyph starts are stop characters.
-    if (HasPgnClass(c, PgnStop) || c == '%') {
-        return 0;
-    }
-    // The run stops at the end of the block or at the 255th character; both
-    // cases go the general way.
-    const uint8_t* end = limit - next > MaxTokenLength ? next + MaxTokenLength : limit;
-    const uint8_t* first = next;
-    char* out = token;
-    do {
-        *out++ = static_cast<char>(*next++);
-    } while (next != end && !HasPgnClass(*next, WhiteSpace | PgnStop));
-    if (next == end) {
-        return 0;
-    }
-    int32_t length = static_cast<int32_t>(next - first);
-    if (HasPgnClass(*next, WhiteSpace)) {
-        if (token[length - 1] == '-') {
-            return 0;
-        }
-        ++next;
-    }
-    token[length] = '\0';
-    source.Take(next);
-    return length;
-}
-
-}  // namespace
-
-int32_t PgnNextToken(PgnInput& source, char* token, int32_t* isString)
-{
-    *isString = 0;
-    if (int32_t length = ScanShortToken(source, token)) {
-        return length;
-    }
-    return ScanInGeneral(source, token, isString);
 }
