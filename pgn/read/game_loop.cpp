@@ -155,6 +155,11 @@ private:
             }
             return false;
         }
+        // The dots behind move numbers, a fifth of all tokens, change
+        // nothing once the movetext has begun.
+        if (first == '.' && inMoves_) {
+            return false;
+        }
         if (tagCount_ == 0) {
             return false;
         }
