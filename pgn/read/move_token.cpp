@@ -30,9 +30,6 @@ uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
 }
 
-// The resolvers of the kinds of moves are kept out of line: each then saves
-// only the registers it needs, and the dispatch below none.
-
 uint32_t MirrorRanks(uint32_t token)
 {
     if (token & FromRankGiven) {
@@ -40,6 +37,9 @@ uint32_t MirrorRanks(uint32_t token)
     }
     return token ^ (7u << ToRankShift);
 }
+
+// The resolvers of the kinds of moves are kept out of line: each then saves
+// only the registers it needs, and the dispatch in ResolveMoveToken none.
 
 [[gnu::noinline]] uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
 {
