@@ -103,15 +103,20 @@ constexpr SquareSet StraightAttacks(int square, SquareSet occupied)
            RayAttacks(7, square, occupied);
 }
 
-// The squares strictly between two squares on one line; empty when they
-// share no line.
-constexpr SquareSet SquaresBetween(int from, int to)
-{
-    const int direction = DirectionTo[from][to];
-    if (direction < 0)
-        return 0;
-    return RaySets[direction][from] & ~RaySets[direction][to] & ~SquareBit(to);
-}
+// BetweenSets[from][to]: the squares strictly between two squares on one
+// line; empty when they share no line.
+inline constexpr auto BetweenSets = [] {
+    std::array<std::array<SquareSet, 64>, 64> sets{};
+    for (int from = 0; from < 64; ++from)
+        for (int to = 0; to < 64; ++to) {
+            const int direction = DirectionTo[from][to];
+            if (direction >= 0)
+                sets[from][to] = RaySets[direction][from] & ~RaySets[direction][to] & ~SquareBit(to);
+        }
+    return sets;
+}();
+
+constexpr SquareSet SquaresBetween(int from, int to) { return BetweenSets[from][to]; }
 
 static_assert(RaySets[1][0] == 0x8040201008040200ull && RaySets[7][7] == 0x7Full);
 static_assert(WhitePawnAttackSets[8] == SquareBit(17) && BlackPawnAttackSets[15] == SquareBit(6));

@@ -20,6 +20,16 @@ __m128i Row(const sPosition& position, int group)
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(position.board + 16 * group));
 }
 
+// FinishView; then whether the record is ordinary, all its codes being pieces.
+bool FinishOrdinaryView(const sPosition& position, BoardView& view)
+{
+    FinishView(position, view);
+    return OneSquare(view.Pieces(KingKind, true)) && OneSquare(view.Pieces(KingKind, false)) &&
+           (view.kinds[PawnKind] & EdgeRanks) == 0 && EnPassantSquareOrdinary(position, view);
+}
+
+}  // namespace
+
 bool EnPassantSquareOrdinary(const sPosition& position, const BoardView& view)
 {
     const int ep = position.epSquare;
@@ -30,22 +40,6 @@ bool EnPassantSquareOrdinary(const sPosition& position, const BoardView& view)
     return (white ? ep >= 40 && ep < 48 : ep >= 16 && ep < 24) && (view.occupied & SquareBit(ep)) == 0 &&
            (view.Pieces(PawnKind, !white) & SquareBit(victim)) != 0;
 }
-
-// The parts of the view that follow from the kinds and the white men, and
-// the fields; whether the record is ordinary, all its codes being pieces.
-bool FinishOrdinaryView(const sPosition& position, BoardView& view)
-{
-    view.occupied = ~view.kinds[0];
-    view.black = view.occupied & ~view.white;
-    view.whiteToMove = WhiteToMove(position);
-    view.epSquare = position.epSquare < OV_NO_EP_SQUARE ? position.epSquare : OV_NO_EP_SQUARE;
-    view.shortCastling = (view.whiteToMove ? position.castleWhiteShort : position.castleBlackShort) != 0;
-    view.longCastling = (view.whiteToMove ? position.castleWhiteLong : position.castleBlackLong) != 0;
-    return OneSquare(view.Pieces(KingKind, true)) && OneSquare(view.Pieces(KingKind, false)) &&
-           (view.kinds[PawnKind] & EdgeRanks) == 0 && EnPassantSquareOrdinary(position, view);
-}
-
-}  // namespace
 
 SquareSet SquaresHolding(const sPosition& position, uint8_t code)
 {
@@ -80,22 +74,4 @@ bool ReadOrdinaryView(const sPosition& position, BoardView& view)
     if ((~lowCodes | view.kinds[7] | (view.kinds[0] & view.white)) != 0)
         return false;
     return FinishOrdinaryView(position, view);
-}
-
-bool MoveOnOrdinaryView(const sPosition& after, BoardView& view, int from, int to, uint8_t piece,
-                        uint8_t captured)
-{
-    // In this order the sets also come out right for a move from a square
-    // onto itself, which leaves the square empty.
-    const SquareSet fromBit = SquareBit(from);
-    const SquareSet toBit = SquareBit(to);
-    view.kinds[captured & 7] &= ~toBit;
-    view.kinds[piece & 7] |= toBit;
-    view.kinds[piece & 7] &= ~fromBit;
-    view.kinds[0] |= fromBit;
-    view.white &= ~toBit;
-    if (piece & WhiteBit)
-        view.white |= toBit;
-    view.white &= ~fromBit;
-    return FinishOrdinaryView(after, view);
 }

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "chess/position.h"
 #include "orvan.h"
 
 // Room a destination list needs: a queen in the middle of an empty board has
@@ -54,6 +55,13 @@ void ApplyMoveSteps(sPosition* position, uint32_t move);
 // castling (a king's two-square step from e1 or e8), no en passant (a pawn
 // changing file onto an empty square), no promotion (a pawn leaving its
 // seventh rank). Any other move is not played right.
-void ApplyPlainMove(sPosition* position, int from, int to);
+inline void ApplyPlainMove(sPosition* position, int from, int to)
+{
+    const uint8_t piece = position->board[from];
+    UpdateMoveFields(position, piece, from, to);
+    position->board[to] = piece;
+    position->board[from] = 0;
+    position->sideToMove ^= 1;
+}
 
 #endif

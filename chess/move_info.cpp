@@ -43,19 +43,6 @@ bool SideToMoveMan(const sPosition& position, uint8_t piece)
 
 int AmbiguityBit(int rival, int from) { return FileOf(rival) != FileOf(from) ? 1 : 2; }
 
-// The squares from which a piece of kind `kind` can reach `to` on an empty
-// board: a knight's step away, or on a line of its kind through `to`.
-SquareSet ReachableFrom(int kind, int to)
-{
-    switch (kind) {
-    case KnightKind: return KnightAttackSets[to];
-    case BishopKind: return DiagonalLines[to];
-    case RookKind: return StraightLines[to];
-    case QueenKind: return DiagonalLines[to] | StraightLines[to];
-    default: return ~SquareSet{0};
-    }
-}
-
 // FindAmbiguity on the square-set view of an ordinary record. Only the twins
 // that could reach `to` on an empty board are tried, most often none.
 int AmbiguityOnView(const BoardView& view, const KingGuard& guard, SquareSet twins, int kind, int from, int to)

@@ -5,6 +5,7 @@
 #define ORVAN_CHESS_POSITION_H
 
 #include <cstdint>
+#include <cstring>
 
 #include "orvan.h"
 #include "siblings/driver_records.h"
@@ -36,6 +37,41 @@ inline uint8_t& CastlingField(sPosition& position, int field) { return position.
 constexpr int CastlingRookSquare(int field, uint8_t value)
 {
     return value == 1 ? CastlingCorners[field] : value - 1;
+}
+
+// Sets the fields a move of `piece` from `from` to `to` changes besides the
+// men: the en passant square and the castling rights.
+inline void UpdateMoveFields(sPosition* position, uint8_t piece, int from, int to)
+{
+    position->epSquare = OV_NO_EP_SQUARE;
+    if (piece == OV_WHITE_PAWN && to - from == 16)
+        position->epSquare = static_cast<uint8_t>(from + 8);
+    if (piece == OV_BLACK_PAWN && from - to == 16)
+        position->epSquare = static_cast<uint8_t>(from - 8);
+
+    if (piece == OV_WHITE_KING)
+        position->castleWhiteLong = position->castleWhiteShort = 0;
+    if (piece == OV_BLACK_KING)
+        position->castleBlackLong = position->castleBlackShort = 0;
+    // A right goes when anything leaves or arrives on its rook's square.
+    // With the usual field values (0, or 1 for the corner rook) only a move
+    // from or to a corner can take one.
+    // The four fields are read as one word: all of them 0 or 1 when no
+    // byte has a bit above its lowest.
+    constexpr uint64_t Corners = 0x8100000000000081ull;
+    uint32_t fields;
+    std::memcpy(&fields, &position->castleWhiteLong, sizeof fields);
+    if (fields == 0 ||
+        ((fields & ~0x01010101u) == 0 && ((Corners >> from) & 1) == 0 && ((Corners >> to) & 1) == 0))
+        return;
+    for (int field = 0; field < CastlingFieldCount; ++field) {
+        uint8_t& value = CastlingField(*position, field);
+        if (value != 0) {
+            const int rookSquare = CastlingRookSquare(field, value);
+            if (from == rookSquare || to == rookSquare)
+                value = 0;
+        }
+    }
 }
 
 // Fills the whole of `position` from the driver's board and returns the

@@ -1,5 +1,7 @@
-// Playing moves on a tracked position, and the legality test on its view.
+// Playing moves on a tracked position, and the move tests on a record without a view.
 #include "chess/tracked_position.h"
+
+#include <bit>
 
 #include "chess/board_geometry.h"
 #include "chess/move_generator.h"
@@ -57,20 +59,14 @@ void PlayTrackedMove(TrackedPosition& tracked, uint32_t move)
     GuardWhenOrdinary(tracked);
 }
 
-SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code)
+SquareSet PieceOriginsOnRecord(sPosition& position, int kind, int to)
 {
-    if (tracked.ordinary && (IsWhiteMan(code) || IsBlackMan(code)))
-        return tracked.view.Pieces(code & 7, (code & WhiteBit) != 0);
-    return SquaresHolding(tracked.record, code);
-}
-
-bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move)
-{
-    if (!tracked.ordinary)
-        return MoveIsLegal(&tracked.record, move) != 0;
-    const int from = MoveFrom(move);
-    const uint8_t piece = tracked.record.board[from];
-    if (!(tracked.view.whiteToMove ? IsWhiteMan(piece) : IsBlackMan(piece)))
-        return false;
-    return ViewMoveIsLegal(tracked.view, tracked.guard, piece & 7, from, MoveTo(move));
+    const uint8_t own = static_cast<uint8_t>(kind | (WhiteToMove(position) ? WhiteBit : 0));
+    SquareSet origins = 0;
+    for (SquareSet men = SquaresHolding(position, own) & ReachableFrom(kind, to); men != 0; men &= men - 1) {
+        const int from = std::countr_zero(men);
+        if (MoveIsLegal(&position, static_cast<uint32_t>(from | to << 8)))
+            origins |= SquareBit(from);
+    }
+    return origins;
 }

@@ -9,6 +9,9 @@
 #include <cstdint>
 
 #include "chess/board_view.h"
+#include "chess/move_generator.h"
+#include "chess/packed_move.h"
+#include "chess/piece_codes.h"
 #include "chess/view_rules.h"
 #include "orvan.h"
 
@@ -26,10 +29,37 @@ void TrackPosition(TrackedPosition& tracked, const sPosition& position);
 void PlayTrackedMove(TrackedPosition& tracked, uint32_t move);
 
 // SquaresHolding on the record.
-SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code);
+inline SquareSet TrackedSquaresHolding(const TrackedPosition& tracked, uint8_t code)
+{
+    if (tracked.ordinary && (IsWhiteMan(code) || IsBlackMan(code)))
+        return tracked.view.Pieces(code & 7, (code & WhiteBit) != 0);
+    return SquaresHolding(tracked.record, code);
+}
+
+// The squares of the men of kind `kind` (knight to queen) of the side to
+// move for which MoveIsLegal on `position` allows the move to `to`, tried
+// one by one: for a record without a view.
+SquareSet PieceOriginsOnRecord(sPosition& position, int kind, int to);
+
+// PieceOriginsOnRecord on the record.
+inline SquareSet TrackedPieceOrigins(TrackedPosition& tracked, int kind, int to)
+{
+    if (tracked.ordinary)
+        return PieceOriginsOnView(tracked.view, tracked.guard, kind, to);
+    return PieceOriginsOnRecord(tracked.record, kind, to);
+}
 
 // MoveIsLegal on the record (left as it was).
-bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move);
+inline bool TrackedMoveIsLegal(TrackedPosition& tracked, uint32_t move)
+{
+    if (!tracked.ordinary)
+        return MoveIsLegal(&tracked.record, move) != 0;
+    const int from = MoveFrom(move);
+    const uint8_t piece = tracked.record.board[from];
+    if (!(tracked.view.whiteToMove ? IsWhiteMan(piece) : IsBlackMan(piece)))
+        return false;
+    return ViewMoveIsLegal(tracked.view, tracked.guard, piece & 7, from, MoveTo(move));
+}
 
 // OvGetMoveInfo of `move` on the record; then plays the move as
 // ApplyMove plays it. With `findStalemate` false the search for a legal

@@ -263,12 +263,6 @@ SquareSet AttackersOf(const BoardView& view, int square, bool byWhite, SquareSet
     return attackers;
 }
 
-KingGuard GuardOfSideToMove(const BoardView& view)
-{
-    const int king = std::countr_zero(view.Pieces(KingKind, view.whiteToMove));
-    return KingGuard{king, AttackersOf(view, king, !view.whiteToMove, view.occupied)};
-}
-
 bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, int from, int to)
 {
     const SquareSet target = SquareBit(to);
@@ -286,6 +280,30 @@ bool ViewMoveIsLegal(const BoardView& view, const KingGuard& guard, int kind, in
     default:
         return PieceReaches(view, kind, from, to) && OrdinaryMoveSafe(view, guard, from, to);
     }
+}
+
+SquareSet PieceOriginsOnView(const BoardView& view, const KingGuard& guard, int kind, int to)
+{
+    const SquareSet target = SquareBit(to);
+    SquareSet men = view.Pieces(kind, view.whiteToMove) & ReachableFrom(kind, to);
+    if (men == 0 || (view.Own() & target) != 0 || (CheckAnswers(guard) & target) == 0)
+        return 0;
+    // Each man stands a knight's step or on a line of its kind from `to`:
+    // a slider reaches it when nothing stands between.
+    if (kind != KnightKind)
+        for (SquareSet sliders = men; sliders != 0; sliders &= sliders - 1) {
+            const int from = std::countr_zero(sliders);
+            if ((SquaresBetween(from, to) & view.occupied) != 0)
+                men &= ~SquareBit(from);
+        }
+    // Only a man on a line through its king can be pinned.
+    const SquareSet kingLines = DiagonalLines[guard.king] | StraightLines[guard.king];
+    for (SquareSet exposed = men & kingLines; exposed != 0; exposed &= exposed - 1) {
+        const int from = std::countr_zero(exposed);
+        if ((PinLine(view, guard.king, from) & target) == 0)
+            men &= ~SquareBit(from);
+    }
+    return men;
 }
 
 bool ViewHasLegalMove(const BoardView& view, const KingGuard& guard)

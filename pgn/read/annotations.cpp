@@ -101,37 +101,23 @@ int32_t PgnStoreComment(PgnReadContext& reader, PgnGame* game)
     return 1;
 }
 
-int32_t PgnStoreMove(PgnReadContext& reader, PgnGame* game, const char* text, int32_t length,
-                     uint32_t openCount, uint32_t closeCount)
+uint32_t PgnMarkBrackets(PgnReadContext& reader, PgnGame* game, uint32_t word, uint32_t openCount,
+                         uint32_t closeCount)
 {
-    uint32_t word;
-    if (!ParseMoveToken(reader.pieceLetters, text, length, &word)) {
-        return 0;
+    game->treeCount = 1;
+    if (openCount > 1) {
+        DebugTrace("double brackets no supported ((.");
+        openCount = 1;
     }
-    if (openCount != 0 || closeCount != 0) {
-        game->treeCount = 1;
-        if (openCount > 1) {
-            DebugTrace("double brackets no supported ((.");
-            openCount = 1;
-        }
-        reader.bracketDepth += static_cast<int32_t>(openCount) - static_cast<int32_t>(closeCount);
-        if (reader.bracketDepth < 0) {
-            DebugTrace("unbalanced brackets ()).");
-            closeCount = openCount;
-        }
-        // The close count has eight bits; more closing brackets in front of
-        // one move than that end every line anyway.
-        if (closeCount > 255) {
-            closeCount = 255;
-        }
-        word |= openCount << 23 | closeCount << MoveTokenBits::CloseCountShift;
+    reader.bracketDepth += static_cast<int32_t>(openCount) - static_cast<int32_t>(closeCount);
+    if (reader.bracketDepth < 0) {
+        DebugTrace("unbalanced brackets ()).");
+        closeCount = openCount;
     }
-    if (reader.tokenCount >= PGN_MAX_MOVES) {
-        DebugTrace("move buffer full, skipping move.");
-        return 0;
+    // The close count has eight bits; more closing brackets in front of
+    // one move than that end every line anyway.
+    if (closeCount > 255) {
+        closeCount = 255;
     }
-    reader.tokens[reader.tokenCount++] = word;
-    game->commentIndex[reader.tokenCount] = 0;
-    game->nags[reader.tokenCount] = 0;
-    return 1;
+    return word | openCount << 23 | closeCount << MoveTokenBits::CloseCountShift;
 }

@@ -85,6 +85,11 @@ private:
         int32_t isString = 0;
         int32_t length = PgnNextToken(reader_.input, token_, &isString);
         char first = token_[0];
+        // Moves, move numbers and dots, most of the tokens, start with none
+        // of the characters that open or close something.
+        if (!isString && !HasPgnClass(static_cast<uint8_t>(first), PgnBracket)) {
+            return TakeWord(length);
+        }
         if (first == '[') {
             inTag_ = true;
         } else if (first == ']') {
@@ -131,14 +136,28 @@ private:
         default:
             break;
         }
+        return TakeWord(length);
+    }
+
+    // Takes a token that is no string and opens no comment, variation or
+    // skipped text: a tag name or a word of the movetext, and the tag
+    // brackets themselves. Returns true when it ends the game.
+    bool TakeWord(int32_t length)
+    {
+        char first = token_[0];
         if (inTag_) {
-            currentTag_ = FindPgnTag(token_);
+            currentTag_ = FindPgnTag(token_, static_cast<size_t>(length));
             if (currentTag_ == 0) {
                 currentTag_ = -1;
             } else if (inMoves_) {
                 pendingTag_ = true;
                 return true;
             }
+            return false;
+        }
+        // The dots behind move numbers, a fifth of all tokens, change
+        // nothing once the movetext has begun.
+        if (first == '.' && inMoves_) {
             return false;
         }
         if (tagCount_ == 0) {

@@ -128,42 +128,39 @@ void ResolveMoves(PgnReadContext& reader, PgnGame* game, int32_t fischer, int32_
 
 }  // namespace
 
-int32_t FindPgnTag(const char* name)
+int32_t FindPgnTag(const char* name, size_t length)
 {
-    static constexpr auto NameLengths = [] {
-        std::array<size_t, PGN_TAG_COUNT> lengths{};
-        for (size_t i = 0; i < lengths.size(); ++i) {
-            lengths[i] = std::char_traits<char>::length(PgnTagNames[i]);
+    // The tag numbers by the length of their names, 0 behind the last.
+    constexpr size_t LongestName = 15;
+    constexpr size_t MostOfOneLength = 7;
+    static constexpr auto NumbersByLength = [] {
+        std::array<std::array<uint8_t, MostOfOneLength + 1>, LongestName + 1> numbers{};
+        for (size_t i = 0; i < PgnTagNames.size(); ++i) {
+            auto& bucket = numbers[std::char_traits<char>::length(PgnTagNames[i])];
+            size_t place = 0;
+            while (bucket[place] != 0) {
+                ++place;
+            }
+            bucket[place] = static_cast<uint8_t>(i + 1);
         }
-        return lengths;
+        return numbers;
     }();
-    size_t length = std::strlen(name);
-    for (size_t i = 0; i < PgnTagNames.size(); ++i) {
-        if (NameLengths[i] == length && strcasecmp(name, PgnTagNames[i]) == 0) {
-            return static_cast<int32_t>(i) + 1;
+    if (length > LongestName) {
+        return 0;
+    }
+    // Every name starts with a letter: a first character that differs from
+    // it in more than case rules the name out before the full comparison.
+    char folded = static_cast<char>(name[0] | 0x20);
+    for (uint8_t number : NumbersByLength[length]) {
+        if (number == 0) {
+            break;
+        }
+        const char* candidate = PgnTagNames[number - 1];
+        if ((candidate[0] | 0x20) == folded && strcasecmp(name, candidate) == 0) {
+            return number;
         }
     }
     return 0;
-}
-
-int32_t PgnResultFromToken(const char* token)
-{
-    if (token[0] == '*') {
-        return PgnResultUnknown;
-    }
-    if (token[0] != '\0' && (token[1] == '-' || token[1] == ':')) {
-        if (token[0] == '1') {
-            return PgnResultWhiteWins;
-        }
-        if (token[2] == '1') {
-            return PgnResultBlackWins;
-        }
-        return PgnResultNone;
-    }
-    if (token[0] == '1' && token[1] == '/') {
-        return PgnResultDraw;
-    }
-    return PgnResultNone;
 }
 
 int32_t PgnResultFromTag(const char* text)

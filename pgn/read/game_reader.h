@@ -2,19 +2,39 @@
 #ifndef ORVAN_PGN_READ_GAME_READER_H
 #define ORVAN_PGN_READ_GAME_READER_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "orvan.h"
+#include "pgn/pgn_game.h"
 #include "pgn/read/pgn_read.h"
 #include "pgn/read/read_context.h"
 
-// Tag number 1 to 20 of a tag name, compared without regard to case; 0 for a
-// name that is not one of PgnTagNames.
-int32_t FindPgnTag(const char* name);
+// Tag number 1 to 20 of a tag name of `length` characters, compared without
+// regard to case; 0 for a name that is not one of PgnTagNames.
+int32_t FindPgnTag(const char* name, size_t length);
 
 // Result number 0 to 3 of a movetext token ("*", "1-0", "1:0", "0-1", "1/2",
-// ...), or -1.
-int32_t PgnResultFromToken(const char* token);
+// ...), or -1. Asked of every movetext token, so kept inline.
+inline int32_t PgnResultFromToken(const char* token)
+{
+    if (token[0] == '*') {
+        return PgnResultUnknown;
+    }
+    if (token[0] != '\0' && (token[1] == '-' || token[1] == ':')) {
+        if (token[0] == '1') {
+            return PgnResultWhiteWins;
+        }
+        if (token[2] == '1') {
+            return PgnResultBlackWins;
+        }
+        return PgnResultNone;
+    }
+    if (token[0] == '1' && token[1] == '/') {
+        return PgnResultDraw;
+    }
+    return PgnResultNone;
+}
 
 // Result number of the value of a Result tag, or -1 when it cannot be read.
 int32_t PgnResultFromTag(const char* text);

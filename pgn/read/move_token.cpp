@@ -30,20 +30,6 @@ uint32_t Packed(int from, int to, uint32_t promotionCode = 0)
     return static_cast<uint32_t>(from) | (static_cast<uint32_t>(to) << 8) | (promotionCode << 14);
 }
 
-// Reads the castling words: two of O, o or 0 are short, three are long.
-int32_t ParseCastling(const char* text, int32_t length, uint32_t* word)
-{
-    int count = 0;
-    for (int32_t i = 0; i < length; ++i) {
-        count += text[i] == 'O' || text[i] == 'o' || text[i] == '0';
-    }
-    if (count != 2 && count != 3) {
-        return 0;
-    }
-    *word = (*word & ~PieceMask) | PieceKing | (count == 2 ? ShortCastling : LongCastling);
-    return 1;
-}
-
 uint32_t MirrorRanks(uint32_t token)
 {
     if (token & FromRankGiven) {
@@ -52,7 +38,10 @@ uint32_t MirrorRanks(uint32_t token)
     return token ^ (7u << ToRankShift);
 }
 
-uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
+// The resolvers of the kinds of moves are kept out of line: each then saves
+// only the registers it needs, and the dispatch in ResolveMoveToken none.
+
+[[gnu::noinline]] uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, uint32_t promotion)
 {
     const sPosition& record = position.record;
     int forward = record.sideToMove ? 8 : -8;
@@ -85,7 +74,7 @@ uint32_t ResolvePawnCapture(TrackedPosition& position, uint32_t token, int to, u
     return found;
 }
 
-uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotion)
+[[gnu::noinline]] uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotion)
 {
     const sPosition& record = position.record;
     int rank = to >> 3;
@@ -125,75 +114,21 @@ uint32_t ResolvePawnAdvance(TrackedPosition& position, int to, uint32_t promotio
     return candidates == 1 ? found : 0;
 }
 
-// The squares from which a knight, a bishop, a rook or a queen could reach a
-// square on an empty board, by piece number and square. A man elsewhere has
-// no legal move to that square, so only these are put to the legality test.
-struct ReachTable {
-    uint64_t from[PieceKing + 1][64]{};
-};
-
-constexpr ReachTable MakeReachTable()
+[[gnu::noinline]] uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
 {
-    ReachTable table;
-    for (int to = 0; to < 64; ++to) {
-        int toFile = to & 7;
-        int toRank = to >> 3;
-        for (int from = 0; from < 64; ++from) {
-            if (from == to) {
-                continue;
-            }
-            int files = (from & 7) - toFile;
-            int ranks = (from >> 3) - toRank;
-            int fileDistance = files < 0 ? -files : files;
-            int rankDistance = ranks < 0 ? -ranks : ranks;
-            uint64_t bit = uint64_t{1} << from;
-            bool diagonal = fileDistance == rankDistance;
-            bool straight = files == 0 || ranks == 0;
-            if ((fileDistance == 1 && rankDistance == 2) || (fileDistance == 2 && rankDistance == 1)) {
-                table.from[PieceKnight][to] |= bit;
-            }
-            if (diagonal) {
-                table.from[PieceBishop][to] |= bit;
-            }
-            if (straight) {
-                table.from[PieceRook][to] |= bit;
-            }
-            if (diagonal || straight) {
-                table.from[PieceQueen][to] |= bit;
-            }
-        }
-    }
-    return table;
-}
-
-constexpr ReachTable Reach = MakeReachTable();
-
-uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
-{
-    const sPosition& record = position.record;
-    uint32_t piece = TokenPiece(token);
-    uint8_t own = static_cast<uint8_t>(piece | (record.sideToMove ? 8 : 0));
-    // Candidates in square order, a1 first; there may be any number of a kind
-    // in a set-up position, one place per square at most.
-    uint8_t candidates[64];
-    int count = 0;
-    uint64_t men = TrackedSquaresHolding(position, own) & Reach.from[piece][to];
-    for (; men != 0; men &= men - 1) {
-        int from = std::countr_zero(men);
-        if (TrackedMoveIsLegal(position, Packed(from, to))) {
-            candidates[count++] = static_cast<uint8_t>(from);
-        }
-    }
-    if (count == 1) {
-        return Packed(candidates[0], to);
+    const SquareSet origins = TrackedPieceOrigins(position, static_cast<int>(TokenPiece(token)), to);
+    if (OneSquare(origins)) {
+        return Packed(std::countr_zero(origins), to);
     }
     bool byFile = (token & FromFileGiven) != 0;
     bool byRank = (token & FromRankGiven) != 0;
-    if (count == 0 || (!byFile && !byRank)) {
+    if (origins == 0 || (!byFile && !byRank)) {
         return 0;
     }
-    for (int i = 0; i < count; ++i) {
-        int from = candidates[i];
+    // Several men can go: the first in square order, a1 first, that stands
+    // on the given file and rank.
+    for (SquareSet men = origins; men != 0; men &= men - 1) {
+        int from = std::countr_zero(men);
         if ((!byFile || (from & 7) == static_cast<int>(TokenFromFile(token))) &&
             (!byRank || (from >> 3) == static_cast<int>(TokenFromRank(token)))) {
             return Packed(from, to);
@@ -202,7 +137,7 @@ uint32_t ResolvePieceMove(TrackedPosition& position, uint32_t token, int to)
     return 0;
 }
 
-uint32_t ResolveKingMove(TrackedPosition& position, int to)
+[[gnu::noinline]] uint32_t ResolveKingMove(TrackedPosition& position, int to)
 {
     const sPosition& record = position.record;
     uint64_t kings = TrackedSquaresHolding(position, record.sideToMove ? OV_WHITE_KING : OV_BLACK_KING);
@@ -213,7 +148,7 @@ uint32_t ResolveKingMove(TrackedPosition& position, int to)
     return TrackedMoveIsLegal(position, move) ? move : 0;
 }
 
-uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
+[[gnu::noinline]] uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fischer)
 {
     const sPosition& record = position.record;
     bool white = record.sideToMove != 0;
@@ -253,6 +188,19 @@ uint32_t ResolveCastling(TrackedPosition& position, bool isShort, int32_t fische
 
 }  // namespace
 
+int32_t ParseCastlingToken(const char* text, int32_t length, uint32_t* word)
+{
+    int count = 0;
+    for (int32_t i = 0; i < length; ++i) {
+        count += text[i] == 'O' || text[i] == 'o' || text[i] == '0';
+    }
+    if (count != 2 && count != 3) {
+        return 0;
+    }
+    *word = (*word & ~PieceMask) | PieceKing | (count == 2 ? ShortCastling : LongCastling);
+    return 1;
+}
+
 void PgnPieceLetters::Set(const char* letters)
 {
     const char* given = letters != nullptr ? letters : "NBRQK";
@@ -260,66 +208,27 @@ void PgnPieceLetters::Set(const char* letters)
     for (int i = 0; i < 5 && given[i] != '\0'; ++i) {
         letters_[i] = given[i];
     }
-    std::memset(pieceOf_, 0, sizeof pieceOf_);
+    // The piece of each letter; the first place wins for a letter given twice.
+    uint8_t pieceOf[256] = {};
     for (int i = 4; i >= 0; --i) {
         if (letters_[i] != '\0') {
-            pieceOf_[static_cast<uint8_t>(letters_[i])] = static_cast<uint8_t>(PieceKnight + i);
+            pieceOf[static_cast<uint8_t>(letters_[i])] = static_cast<uint8_t>(PieceKnight + i);
         }
     }
-}
-
-int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
-{
-    if (IsNeverAMove(text, length)) {
-        return 0;
+    for (int code = 0; code < 256; ++code) {
+        char c = static_cast<char>(code);
+        uint8_t piece = pieceOf[code];
+        tail_[code] = piece != 0 && piece != PieceKing ? static_cast<uint8_t>(TailPromotion | piece)
+                      : c == 'p'                       ? TailP
+                      : IsRankDigit(c)                 ? TailRank
+                      : c == 'e'                       ? TailE
+                      : IsFileLetter(c)                ? TailFile
+                                                       : 0;
+        head_[code] = IsFileLetter(c)  ? HeadFile
+                      : IsRankDigit(c) ? HeadRank
+                      : piece != 0     ? static_cast<uint8_t>(HeadPiece | piece)
+                                       : 0;
     }
-    uint32_t word = PiecePawn;
-    int rank = -1;
-    bool sawP = false;
-    int32_t fileAt = -1;
-    for (int32_t i = length - 1; i >= 0; --i) {
-        char c = text[i];
-        uint32_t promotion = pieceLetters.PieceFromLetter(c);
-        if (promotion != 0 && promotion != PieceKing) {
-            word = (word & ~(7u << PromotionShift)) | (promotion << PromotionShift);
-        } else if (c == 'p') {
-            sawP = true;
-        } else if (IsRankDigit(c)) {
-            rank = c - '1';
-        } else if (c == 'e' && sawP && rank < 0) {
-            // the "e" of a suffix written "ep"
-        } else if (IsFileLetter(c)) {
-            fileAt = i;
-            break;
-        }
-    }
-    if (fileAt < 0) {
-        if (!ParseCastling(text, length, &word)) {
-            return 0;
-        }
-        *token = word;
-        return 1;
-    }
-    word |= static_cast<uint32_t>(text[fileAt] - 'a') << ToFileShift;
-    if (rank >= 0) {
-        word |= static_cast<uint32_t>(rank) << ToRankShift;
-    } else {
-        word |= NoToRank;
-    }
-    for (int32_t i = fileAt - 1; i >= 0; --i) {
-        char c = text[i];
-        if (IsFileLetter(c)) {
-            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
-                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
-        } else if (IsRankDigit(c)) {
-            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
-                   (static_cast<uint32_t>(c - '1') << FromRankShift);
-        } else if (uint32_t piece = pieceLetters.PieceFromLetter(c); piece != 0) {
-            word = (word & ~PieceMask) | piece;
-        }
-    }
-    *token = word;
-    return 1;
 }
 
 uint32_t ResolveMoveToken(TrackedPosition& position, uint32_t token, int32_t fischer, int32_t swap)

@@ -39,8 +39,8 @@ inline uint32_t TokenPromotion(uint32_t token) { return (token >> MoveTokenBits:
 inline uint32_t TokenCloseCount(uint32_t token) { return token >> MoveTokenBits::CloseCountShift; }
 inline bool TokenOpens(uint32_t token) { return (token & MoveTokenBits::OpensVariation) != 0; }
 
-// The letters the input uses for knight, bishop, rook, queen and king, with a
-// table from character to piece number for the move reader's inner loop.
+// The letters the input uses for knight, bishop, rook, queen and king, with
+// tables from character to meaning for the move reader's inner loops.
 class PgnPieceLetters {
 public:
     PgnPieceLetters() { Set(nullptr); }
@@ -50,13 +50,23 @@ public:
 
     const char* Letters() const { return letters_; }
 
-    // 2 to 6 for the first to fifth letter (the first place wins when a letter
-    // is given twice), 0 for any other character.
-    uint32_t PieceFromLetter(char c) const { return pieceOf_[static_cast<uint8_t>(c)]; }
+    // What a character means behind the target file of a move, read from the
+    // end of the text: a promotion piece (TailPromotion plus its number 2 to
+    // 5), the "p" of an "ep" suffix, a rank digit, the letter "e" (a file, or
+    // the "e" of "ep"), another file letter, or nothing (0). The earlier
+    // meaning in this order wins for a character that has two.
+    enum : uint8_t { TailPromotion = 0x10, TailP = 0x20, TailRank = 0x30, TailE = 0x40, TailFile = 0x50 };
+    uint8_t TailClass(char c) const { return tail_[static_cast<uint8_t>(c)]; }
+
+    // What a character means in front of the target file: a file letter, a
+    // rank digit, a piece (HeadPiece plus its number 2 to 6), or nothing (0).
+    enum : uint8_t { HeadFile = 0x10, HeadRank = 0x20, HeadPiece = 0x30 };
+    uint8_t HeadClass(char c) const { return head_[static_cast<uint8_t>(c)]; }
 
 private:
     char letters_[6] = {};
-    uint8_t pieceOf_[256] = {};
+    uint8_t tail_[256] = {};
+    uint8_t head_[256] = {};
 };
 
 // True for a text that is never a move: empty, starting with ".", or starting
@@ -67,11 +77,86 @@ inline bool IsNeverAMove(const char* text, int32_t length)
            (text[0] >= '0' && text[0] <= '9' && (length < 2 || text[1] != '-'));
 }
 
+// Reads a text without a target file as castling: two of O, o or 0 are
+// short, three are long. Returns 1 and puts the king and the castling bit
+// into *word, else 0.
+int32_t ParseCastlingToken(const char* text, int32_t length, uint32_t* word);
+
 // Reads `text` of `length` characters as a move, from its end: standard or
 // long algebraic, pawn captures by files alone, castling with letters or
 // digits, suffixes passed over. Returns 1 and sets bits 0-22 of *token for a
-// move, else 0 with *token untouched.
-int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token);
+// move, else 0 with *token untouched. Inline: it runs for every move.
+inline int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* text, int32_t length, uint32_t* token)
+{
+    using namespace MoveTokenBits;
+    if (IsNeverAMove(text, length)) {
+        return 0;
+    }
+    uint32_t word = PiecePawn;
+    int rank = -1;
+    bool sawP = false;
+    int32_t fileAt = length - 1;
+    for (; fileAt >= 0; --fileAt) {
+        char c = text[fileAt];
+        uint8_t meaning = pieceLetters.TailClass(c);
+        if (meaning == PgnPieceLetters::TailFile) {
+            break;
+        }
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::TailPromotion:
+            word = (word & ~(7u << PromotionShift)) | (static_cast<uint32_t>(meaning & 7) << PromotionShift);
+            continue;
+        case PgnPieceLetters::TailP:
+            sawP = true;
+            continue;
+        case PgnPieceLetters::TailRank:
+            rank = c - '1';
+            continue;
+        case PgnPieceLetters::TailE:
+            if (sawP && rank < 0) {
+                continue;  // the "e" of a suffix written "ep"
+            }
+            break;
+        default:
+            continue;
+        }
+        break;
+    }
+    if (fileAt < 0) {
+        if (!ParseCastlingToken(text, length, &word)) {
+            return 0;
+        }
+        *token = word;
+        return 1;
+    }
+    word |= static_cast<uint32_t>(text[fileAt] - 'a') << ToFileShift;
+    if (rank >= 0) {
+        word |= static_cast<uint32_t>(rank) << ToRankShift;
+    } else {
+        word |= NoToRank;
+    }
+    for (int32_t i = fileAt - 1; i >= 0; --i) {
+        char c = text[i];
+        uint8_t meaning = pieceLetters.HeadClass(c);
+        switch (meaning & 0xF0) {
+        case PgnPieceLetters::HeadFile:
+            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
+                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
+            break;
+        case PgnPieceLetters::HeadRank:
+            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
+                   (static_cast<uint32_t>(c - '1') << FromRankShift);
+            break;
+        case PgnPieceLetters::HeadPiece:
+            word = (word & ~PieceMask) | (meaning & 7);
+            break;
+        default:
+            break;
+        }
+    }
+    *token = word;
+    return 1;
+}
 
 // The PackedMove that `token` means in `position` (left as it was), or 0 when
 // it is illegal or ambiguous.

@@ -15,9 +15,8 @@ PgnInput::PgnInput(std::FILE* file, const char* text, int32_t size) : file_(file
     if (const void* nul = std::memchr(text, '\0', usable)) {
         usable = static_cast<size_t>(static_cast<const char*>(nul) - text);
     }
-    start_ = reinterpret_cast<const uint8_t*>(text);
-    next_ = start_;
-    limit_ = start_ + usable;
+    next_ = reinterpret_cast<const uint8_t*>(text);
+    limit_ = next_ + usable;
 }
 
 bool PgnInput::Refill()
@@ -29,7 +28,6 @@ bool PgnInput::Refill()
     if (count == 0) {
         return false;
     }
-    start_ = buffer_;
     next_ = buffer_;
     limit_ = buffer_ + count;
     return true;

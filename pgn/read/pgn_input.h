@@ -40,11 +40,18 @@ public:
         return *next_++;
     }
 
-    // Takes back the byte just read; one byte of push-back.
-    void UngetChar()
+    // The buffered bytes not yet read run from Next() up to Limit(); a
+    // scanner may look at them directly and mark them read with Take.
+    const uint8_t* Next() const { return next_; }
+    const uint8_t* Limit() const { return limit_; }
+    void Take(const uint8_t* next) { next_ = next; }
+
+    // Buffers the next block once every buffered byte is read; throws
+    // PgnEndOfInput when there is none.
+    void Fill()
     {
-        if (next_ > start_) {
-            --next_;
+        if (!Refill()) {
+            throw PgnEndOfInput{};
         }
     }
 
@@ -55,7 +62,6 @@ private:
     static constexpr size_t BufferSize = 1 << 16;
 
     std::FILE* file_ = nullptr;
-    const uint8_t* start_ = nullptr;
     const uint8_t* next_ = nullptr;
     const uint8_t* limit_ = nullptr;
     uint8_t buffer_[BufferSize];

@@ -2,107 +2,127 @@
 
 namespace {
 
-constexpr int MaxTokenLength = PgnTokenSize - 1;
-constexpr uint8_t WhiteSpace = PgnBlank | PgnLineEnd;
-
 bool IsStringBlank(char c)
 {
     return HasPgnClass(static_cast<uint8_t>(c), PgnBlank);
 }
 
+// A read position in the input's buffered block, kept in locals while a
+// token is scanned so that the stores into the token cannot make the
+// compiler fetch it again. The input learns it back from Finish, and before
+// each refill, so that it is up to date also when the input runs out.
+class Cursor {
+public:
+    explicit Cursor(PgnInput& input) : input_(input), next_(input.Next()), limit_(input.Limit()) {}
+
+    void Finish() { input_.Take(next_); }
+
+    Cursor(const Cursor&) = delete;
+    Cursor& operator=(const Cursor&) = delete;
+
+    // The next byte, left unread: a stop character is looked at and stays
+    // for the next token. Throws PgnEndOfInput when the input has no more.
+    uint8_t Peek()
+    {
+        if (next_ == limit_) {
+            input_.Take(next_);
+            input_.Fill();
+            next_ = input_.Next();
+            limit_ = input_.Limit();
+        }
+        return *next_;
+    }
+
+    // Marks the byte that Peek gave as read.
+    void Advance() { ++next_; }
+
+    uint8_t Read()
+    {
+        uint8_t c = Peek();
+        ++next_;
+        return c;
+    }
+
+private:
+    PgnInput& input_;
+    const uint8_t* next_;
+    const uint8_t* limit_;
+};
+
 // The rest of an ordinary or glyph token that did not fit: up to a blank or a
-// line end (consumed) or a stop character (put back).
-void SkipTokenRest(PgnInput& input)
+// line end (read) or a stop character (left for the next token).
+void SkipTokenRest(Cursor& input)
 {
     for (;;) {
-        uint8_t c = input.ReadChar();
-        if (HasPgnClass(c, WhiteSpace)) {
+        uint8_t c = input.Peek();
+        if (HasPgnClass(c, PgnWhiteSpace)) {
+            input.Advance();
             return;
         }
         if (HasPgnClass(c, PgnStop)) {
-            input.UngetChar();
             return;
         }
+        input.Advance();
     }
 }
 
 // Terminates an ordinary or glyph token; one that holds 255 characters has
 // the rest of its text thrown away.
-int32_t EndToken(PgnInput& input, char* token, int32_t length)
+int32_t EndToken(Cursor& input, char* token, int32_t length)
 {
-    if (length == MaxTokenLength) {
+    if (length == PgnMaxTokenLength) {
         SkipTokenRest(input);
     }
     token[length] = '\0';
     return length;
 }
 
-int32_t ReadGlyph(PgnInput& input, char* token)
+int32_t ReadGlyph(Cursor& input, char* token)
 {
     int32_t length = 1;
-    while (length < MaxTokenLength) {
-        uint8_t c = input.ReadChar();
+    while (length < PgnMaxTokenLength) {
+        uint8_t c = input.Peek();
         if (!HasPgnClass(c, PgnGlyphChar)) {
-            input.UngetChar();
             break;
         }
+        input.Advance();
         token[length++] = static_cast<char>(c);
     }
     return EndToken(input, token, length);
 }
 
-int32_t ReadOrdinary(PgnInput& input, char* token)
+int32_t ReadOrdinary(Cursor& input, char* token)
 {
     int32_t length = 1;
-    while (length < MaxTokenLength) {
-        uint8_t c = input.ReadChar();
-        if (HasPgnClass(c, WhiteSpace)) {
+    while (length < PgnMaxTokenLength) {
+        uint8_t c = input.Peek();
+        if (HasPgnClass(c, PgnWhiteSpace | PgnStop)) {
+            if (HasPgnClass(c, PgnStop)) {
+                break;
+            }
+            input.Advance();
             if (token[length - 1] != '-') {
                 break;
             }
             // A token broken behind a hyphen goes on behind the white space,
             // over any number of lines: "1/2-" + "1/2", "O-" + "O".
-            do {
-                c = input.ReadChar();
-            } while (HasPgnClass(c, WhiteSpace));
+            while (HasPgnClass(c = input.Peek(), PgnWhiteSpace)) {
+                input.Advance();
+            }
+            if (HasPgnClass(c, PgnStop)) {
+                break;
+            }
         }
-        if (HasPgnClass(c, PgnStop)) {
-            input.UngetChar();
-            break;
-        }
+        input.Advance();
         token[length++] = static_cast<char>(c);
     }
     return EndToken(input, token, length);
 }
 
-// A quoted string's value, behind the opening quote. Escapes are kept as they
-// stand: a backslash takes the byte behind it along into the value.
-int32_t ReadString(PgnInput& input, char* token)
+// Takes the blanks off both ends of a string value of `length` characters
+// and terminates it; returns the new length.
+int32_t TrimStringValue(char* token, int32_t length)
 {
-    int32_t length = 0;
-    for (;;) {
-        if (length == MaxTokenLength) {
-            for (uint8_t c = input.ReadChar(); c != '"'; c = input.ReadChar()) {
-                if (c == '\\') {
-                    input.ReadChar();
-                }
-            }
-            break;
-        }
-        uint8_t c = input.ReadChar();
-        if (c == '"' || HasPgnClass(c, PgnLineEnd)) {
-            break;
-        }
-        token[length++] = static_cast<char>(c);
-        if (c == '\\') {
-            uint8_t escaped = input.ReadChar();
-            // A backslash in the last place has no room for its byte: the
-            // byte is dropped with the rest of the string.
-            if (length < MaxTokenLength) {
-                token[length++] = static_cast<char>(escaped);
-            }
-        }
-    }
     while (length > 0 && IsStringBlank(token[length - 1])) {
         --length;
     }
@@ -118,19 +138,72 @@ int32_t ReadString(PgnInput& input, char* token)
     return length;
 }
 
-}  // namespace
-
-int32_t PgnNextToken(PgnInput& input, char* token, int32_t* isString)
+// A string that closes inside the buffered block, with no backslash or line
+// end and fewer than 255 characters, read straight from the block; `next`
+// stands on its opening quote. Returns false, having read nothing, for any
+// other string.
+bool ScanShortString(PgnInput& source, const uint8_t* next, char* token, int32_t* length)
 {
-    uint8_t c = input.ReadChar();
+    const uint8_t* limit = source.Limit();
+    const uint8_t* first = ++next;
+    const uint8_t* end = limit - next > PgnMaxTokenLength ? next + PgnMaxTokenLength : limit;
+    for (; next != end; ++next) {
+        uint8_t c = *next;
+        if (c == '"') {
+            source.Take(next + 1);
+            *length = TrimStringValue(token, static_cast<int32_t>(next - first));
+            return true;
+        }
+        if (c == '\\' || HasPgnClass(c, PgnLineEnd)) {
+            return false;
+        }
+        token[next - first] = static_cast<char>(c);
+    }
+    return false;
+}
+
+// A quoted string's value, behind the opening quote. Escapes are kept as they
+// stand: a backslash takes the byte behind it along into the value.
+int32_t ReadString(Cursor& input, char* token)
+{
+    int32_t length = 0;
     for (;;) {
-        if (HasPgnClass(c, WhiteSpace)) {
-            c = input.ReadChar();
+        if (length == PgnMaxTokenLength) {
+            for (uint8_t c = input.Read(); c != '"'; c = input.Read()) {
+                if (c == '\\') {
+                    input.Read();
+                }
+            }
+            break;
+        }
+        uint8_t c = input.Read();
+        if (c == '"' || HasPgnClass(c, PgnLineEnd)) {
+            break;
+        }
+        token[length++] = static_cast<char>(c);
+        if (c == '\\') {
+            uint8_t escaped = input.Read();
+            // A backslash in the last place has no room for its byte: the
+            // byte is dropped with the rest of the string.
+            if (length < PgnMaxTokenLength) {
+                token[length++] = static_cast<char>(escaped);
+            }
+        }
+    }
+    return TrimStringValue(token, length);
+}
+
+int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
+{
+    uint8_t c = input.Read();
+    for (;;) {
+        if (HasPgnClass(c, PgnWhiteSpace)) {
+            c = input.Read();
         } else if (c == '%') {
             // An escape line, in whatever column: skipped with its line end.
-            while (!HasPgnClass(input.ReadChar(), PgnLineEnd)) {
+            while (!HasPgnClass(input.Read(), PgnLineEnd)) {
             }
-            c = input.ReadChar();
+            c = input.Read();
         } else {
             break;
         }
@@ -149,4 +222,21 @@ int32_t PgnNextToken(PgnInput& input, char* token, int32_t* isString)
         return ReadGlyph(input, token);
     }
     return ReadOrdinary(input, token);
+}
+
+}  // namespace
+
+int32_t PgnScanInGeneral(PgnInput& source, char* token, int32_t* isString)
+{
+    // Tag values, the most common strings, mostly lie inside the block.
+    int32_t length;
+    if (source.Next() != source.Limit() && *source.Next() == '"' &&
+        ScanShortString(source, source.Next(), token, &length)) {
+        *isString = 1;
+        return length;
+    }
+    Cursor input(source);
+    length = ScanToken(input, token, isString);
+    input.Finish();
+    return length;
 }

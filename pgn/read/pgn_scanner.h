@@ -8,6 +8,7 @@
 
 // Room for one token: at most 255 characters and a NUL.
 inline constexpr int PgnTokenSize = 256;
+inline constexpr int PgnMaxTokenLength = PgnTokenSize - 1;
 
 // Character classes of the scanner, as bits of PgnCharClass.
 enum : uint8_t {
@@ -17,6 +18,7 @@ enum : uint8_t {
     PgnGlyphStart = 8,   // ! ? $
     PgnStop = 16,        // ends an ordinary token and is put back
     PgnGlyphChar = 32,   // ! ? $ and decimal digits
+    PgnBracket = 64,     // [ ] { } ( ) < ; which the game loop looks at first
 };
 
 inline constexpr auto PgnCharClass = [] {
@@ -34,12 +36,68 @@ inline constexpr auto PgnCharClass = [] {
     mark("!?$", PgnGlyphStart);
     mark("\".*[]<>{}()!?$", PgnStop);
     mark("!?$0123456789", PgnGlyphChar);
+    mark("[]{}()<;", PgnBracket);
     return table;
 }();
+
+// Blanks and line ends.
+inline constexpr uint8_t PgnWhiteSpace = PgnBlank | PgnLineEnd;
 
 inline bool HasPgnClass(uint8_t c, uint8_t bits)
 {
     return (PgnCharClass.bits[c] & bits) != 0;
+}
+
+// PgnNextToken for any token; the inline part below takes the common ones.
+int32_t PgnScanInGeneral(PgnInput& input, char* token, int32_t* isString);
+
+// The common tokens, a single or an ordinary token that ends inside the
+// buffered block at a stop character or at white space behind anything but
+// a hyphen, read straight from the block. Returns the length, or 0 when the
+// token needs the general scan, with white space passed over.
+inline int32_t PgnScanShortToken(PgnInput& source, char* token)
+{
+    const uint8_t* next = source.Next();
+    const uint8_t* limit = source.Limit();
+    while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
+        ++next;
+    }
+    source.Take(next);
+    if (next == limit) {
+        return 0;
+    }
+    uint8_t c = *next;
+    if (HasPgnClass(c, PgnSingle)) {
+        token[0] = static_cast<char>(c);
+        token[1] = '\0';
+        source.Take(next + 1);
+        return 1;
+    }
+    // Quotes and glyph starts are stop characters.
+    if (HasPgnClass(c, PgnStop) || c == '%') {
+        return 0;
+    }
+    // The run stops at the end of the block or at the 255th character; both
+    // cases go the general way.
+    const uint8_t* end = limit - next > PgnMaxTokenLength ? next + PgnMaxTokenLength : limit;
+    const uint8_t* first = next;
+    char* out = token;
+    do {
+        *out++ = static_cast<char>(*next++);
+    } while (next != end && !HasPgnClass(*next, PgnWhiteSpace | PgnStop));
+    if (next == end) {
+        return 0;
+    }
+    int32_t length = static_cast<int32_t>(next - first);
+    if (HasPgnClass(*next, PgnWhiteSpace)) {
+        if (token[length - 1] == '-') {
+            return 0;
+        }
+        ++next;
+    }
+    token[length] = '\0';
+    source.Take(next);
+    return length;
 }
 
 // Reads the next token into `token` (PgnTokenSize characters) and returns its
@@ -47,6 +105,14 @@ inline bool HasPgnClass(uint8_t c, uint8_t bits)
 // (then the length is of no use), else 0. Blanks, line ends and lines that
 // start with "%" are passed over; tokens longer than 255 characters are cut.
 // Throws PgnEndOfInput when the input runs out, dropping a half-read token.
-int32_t PgnNextToken(PgnInput& input, char* token, int32_t* isString);
+// Inline: the common tokens take no call.
+inline int32_t PgnNextToken(PgnInput& input, char* token, int32_t* isString)
+{
+    *isString = 0;
+    if (int32_t length = PgnScanShortToken(input, token)) {
+        return length;
+    }
+    return PgnScanInGeneral(input, token, isString);
+}
 
 #endif

@@ -44,6 +44,10 @@ void StepBoth(TrackedPosition& tracked, sPosition& bare, int probeFrom, uint32_t
         const uint32_t probe = Move(probeFrom, to);
         ASSERT_EQ(TrackedMoveIsLegal(tracked, probe), MoveIsLegal(&bare, probe) != 0) << probeFrom << "-" << to;
     }
+    // The men of each piece kind that may go to the probed square, as a set.
+    for (int kind = KnightKind; kind <= QueenKind; ++kind)
+        ASSERT_EQ(TrackedPieceOrigins(tracked, kind, probeFrom), PieceOriginsOnRecord(bare, kind, probeFrom))
+            << kind << " to " << probeFrom;
     const int32_t info = OvGetMoveInfo(&bare, move);
     // Without the stalemate search a stalemate has no outcome bits.
     TrackedPosition withoutStalemate = tracked;

@@ -3,6 +3,8 @@
 // comparisons.
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -81,6 +83,26 @@ TEST(PgnScanner, MemoryInputEndsAtNulOrBeforeTheLastByte)
     EXPECT_TRUE(TokensOf(none).empty());
     PgnInput negative(nullptr, "e4 e5\n", -3);
     EXPECT_TRUE(TokensOf(negative).empty());
+}
+
+TEST(PgnScanner, FileBlockBoundariesSplitNothing)
+{
+    // A file is read in blocks of 64 KiB. Whatever a block's end cuts, a
+    // token, a string, or the stop character behind a token, the file gives
+    // the tokens that the same text in memory gives.
+    constexpr size_t Block = 1 << 16;
+    const std::string escapeLine = '%' + std::string(Block - 4, 'x') + '\n';
+    const std::string tails[] = {"e4(d4) Nf3 *\n", "e4 Nf3 *\n", "[White \"Some One\"]\n*\n"};
+    for (const std::string& tail : tails)
+        for (size_t shift = 0; shift < 12; ++shift) {
+            const std::string text = escapeLine.substr(shift) + tail;
+            std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
+            ASSERT_NE(file, nullptr);
+            ASSERT_EQ(std::fwrite(text.data(), 1, text.size(), file.get()), text.size());
+            std::rewind(file.get());
+            PgnInput fromFile(file.get(), nullptr, 0);
+            EXPECT_EQ(TokensOf(fromFile), TokensOf(text)) << tail << " shifted by " << shift;
+        }
 }
 
 }  // namespace
