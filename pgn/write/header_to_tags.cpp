@@ -1,5 +1,5 @@
 // HeaderToTags: the header of a stored game as the tag slots of a PgnGame.
-#include <cstdio>
+#include <charconv>
 #include <cstring>
 
 #include "frame/copy_bounded.h"
@@ -20,8 +20,11 @@ char* Slot(PgnGame* pgn, PgnTagNumber tag)
 
 void PutNumberUnlessZero(PgnGame* pgn, PgnTagNumber tag, int32_t value)
 {
-    if (value != 0)
-        std::snprintf(Slot(pgn, tag), PGN_TAG_SIZE, "%d", value);
+    if (value != 0) {
+        // An int32_t takes at most 11 characters, far below a slot's room.
+        char* slot = Slot(pgn, tag);
+        *std::to_chars(slot, slot + PGN_TAG_SIZE - 1, value).ptr = '\0';
+    }
 }
 
 void PutTimeUnlessZero(PgnGame* pgn, PgnTagNumber tag, int32_t minutes)
