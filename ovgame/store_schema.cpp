@@ -142,13 +142,17 @@ std::unique_ptr<GameFile> OpenGameFile(const char* path, bool create)
     sqlite3_busy_timeout(raw, 100);
     // One connection owns the file for as long as it is open; the write-ahead
     // log keeps every committed transaction through a crash of the process.
+    // Games written one by one commit a few pages each: a checkpoint every
+    // 10,000 log pages instead of SQLite's 1,000 copies the same pages to the
+    // file a tenth as often (a log of up to 40 MB while writing).
     int64_t id = 0;
     int64_t version = 0;
     if (!file->db.Exec("PRAGMA locking_mode = EXCLUSIVE") || !QueryNumber(raw, "PRAGMA application_id", id))
         return nullptr;
     if (!create && id != ApplicationId)
         return nullptr;
-    if (!file->db.Exec("PRAGMA journal_mode = WAL") || !file->db.Exec("PRAGMA synchronous = NORMAL"))
+    if (!file->db.Exec("PRAGMA journal_mode = WAL") || !file->db.Exec("PRAGMA synchronous = NORMAL") ||
+        !file->db.Exec("PRAGMA wal_autocheckpoint = 10000"))
         return nullptr;
     if (create && !file->db.Exec(Schema))
         return nullptr;
