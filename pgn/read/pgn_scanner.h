@@ -51,10 +51,27 @@ inline bool HasPgnClass(uint8_t c, uint8_t bits)
 // PgnNextToken for any token; the inline part below takes the common ones.
 int32_t PgnScanInGeneral(PgnInput& input, char* token, int32_t* isString);
 
+// Where an ordinary token that starts at `first`, inside the buffered block
+// that ends at `limit`, ends: at the stop character or the white space behind
+// it. Null when the token needs the general scan: it reaches the end of the
+// block or its 255th character, or white space follows a hyphen and the token
+// goes on behind it.
+inline const uint8_t* PgnOrdinaryTokenEnd(const uint8_t* first, const uint8_t* limit)
+{
+    const uint8_t* end = limit - first > PgnMaxTokenLength ? first + PgnMaxTokenLength : limit;
+    const uint8_t* next = first;
+    do {
+        ++next;
+    } while (next != end && !HasPgnClass(*next, PgnWhiteSpace | PgnStop));
+    if (next == end || (next[-1] == '-' && HasPgnClass(*next, PgnWhiteSpace))) {
+        return nullptr;
+    }
+    return next;
+}
+
 // The common tokens, a single or an ordinary token that ends inside the
-// buffered block at a stop character or at white space behind anything but
-// a hyphen, read straight from the block. Returns the length, or 0 when the
-// token needs the general scan, with white space passed over.
+// buffered block, read straight from the block. Returns the length, or 0 when
+// the token needs the general scan, with white space passed over.
 inline int32_t PgnScanShortToken(PgnInput& source, char* token)
 {
     const uint8_t* next = source.Next();
@@ -77,26 +94,17 @@ inline int32_t PgnScanShortToken(PgnInput& source, char* token)
     if (HasPgnClass(c, PgnStop) || c == '%') {
         return 0;
     }
-    // The run stops at the end of the block or at the 255th character; both
-    // cases go the general way.
-    const uint8_t* end = limit - next > PgnMaxTokenLength ? next + PgnMaxTokenLength : limit;
-    const uint8_t* first = next;
-    char* out = token;
-    do {
-        *out++ = static_cast<char>(*next++);
-    } while (next != end && !HasPgnClass(*next, PgnWhiteSpace | PgnStop));
-    if (next == end) {
+    const uint8_t* end = PgnOrdinaryTokenEnd(next, limit);
+    if (end == nullptr) {
         return 0;
     }
-    int32_t length = static_cast<int32_t>(next - first);
-    if (HasPgnClass(*next, PgnWhiteSpace)) {
-        if (token[length - 1] == '-') {
-            return 0;
-        }
-        ++next;
+    int32_t length = static_cast<int32_t>(end - next);
+    for (int32_t i = 0; i < length; ++i) {
+        token[i] = static_cast<char>(next[i]);
     }
     token[length] = '\0';
-    source.Take(next);
+    // White space behind the token is read with it, a stop character left.
+    source.Take(HasPgnClass(*end, PgnWhiteSpace) ? end + 1 : end);
     return length;
 }
 
