@@ -24,6 +24,9 @@ public:
         try {
             StartGame();
             for (;;) {
+                if (inMoves_ && !inTag_) {
+                    TakeMovetextRun();
+                }
                 if (TakeToken() && Finish() == 0) {
                     return 1;
                 }
@@ -77,6 +80,58 @@ private:
         do {
             c = reader_.input.ReadChar();
         } while (c != '\n' && c != '\r');
+    }
+
+    // Takes the commonest movetext tokens straight from the buffered block,
+    // without copying them: move numbers and dots, which change nothing once
+    // the movetext has begun, and words that start with a letter, which are
+    // move texts or nothing. Stops in front of the first token of another
+    // kind, one that could read as a result ("O-1"), or one that does not lie
+    // whole in the block; the token path takes that one.
+    void TakeMovetextRun()
+    {
+        PgnInput& input = reader_.input;
+        const uint8_t* next = input.Next();
+        const uint8_t* limit = input.Limit();
+        for (;;) {
+            while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
+                ++next;
+            }
+            if (next == limit) {
+                break;
+            }
+            uint8_t c = *next;
+            if (c == '.') {
+                ++next;
+                continue;
+            }
+            if (c >= '0' && c <= '9') {
+                // A move number: digits up to white space or a stop character.
+                const uint8_t* end = next + 1;
+                while (end != limit && *end >= '0' && *end <= '9') {
+                    ++end;
+                }
+                if (end == limit || !HasPgnClass(*end, PgnWhiteSpace | PgnStop)) {
+                    break;
+                }
+                next = end;
+                continue;
+            }
+            if (HasPgnClass(c, PgnSingle | PgnStop | PgnGlyphChar | PgnBracket) || c == '%') {
+                break;
+            }
+            const uint8_t* end = PgnOrdinaryTokenEnd(next, limit);
+            if (end == nullptr || (end - next >= 2 && (next[1] == '-' || next[1] == ':'))) {
+                break;
+            }
+            if (PgnStoreMove(reader_, game_, reinterpret_cast<const char*>(next),
+                             static_cast<int32_t>(end - next), openCount_, closeCount_)) {
+                openCount_ = 0;
+                closeCount_ = 0;
+            }
+            next = end;
+        }
+        input.Take(next);
     }
 
     // Takes one token and acts on it. Returns true when it ends the game.

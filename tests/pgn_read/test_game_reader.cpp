@@ -1,7 +1,9 @@
 // The game loop and the finish step: game bounds, tags, results, start positions, callbacks.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -146,6 +148,40 @@ TEST(PgnGameReader, ReadStopsWhenTheCallbackSaysSo)
     EXPECT_STREQ(storage.Game()->tags[TagEvent - 1], "1");
     EXPECT_EQ(storage.Game()->moveCount, 1u);
     EXPECT_EQ(PgnReadGames(source, nullptr, 0, nullptr, nullptr, 0), 0);
+}
+
+TEST(PgnGameReader, MovetextWordsKeepTheirMeaningFromTheBlock)
+{
+    // Move numbers with and without dots, moves glued to them, a move broken
+    // behind a hyphen and a word that reads as a result.
+    ReadGame game = ReadOne("[Event \"e\"]\n1.e4 e5 2 Nf3 2...Nc6 3.. Bb5! e2-\n  e4 O-1 Nf6 *\n");
+    EXPECT_EQ(game.Words(), (Words{"e2e4", "e7e5", "g1f3", "b8c6", "f1b5|"}))
+        << "\"e2-\" \"e4\" is one word, illegal here, and ends the line";
+    EXPECT_EQ(game.Tag(TagResult), "0-1");
+
+    // A file comes in blocks of 64 KiB: wherever a block ends in the
+    // movetext, the file gives the game the same text gives from memory.
+    constexpr size_t Block = 1 << 16;
+    const std::string movetext = "1. e4 e5 2.Nf3 Nc6 3. Bb5 a6 4. Ba4 Nf6 5. O-O Be7 6. Re1 b5 $1 7. Bb3 d6 1/2-1/2\n";
+    const std::string tags = "[Event \"e\"]\n";
+    const std::string expected = ReadOne(tags + movetext).Record();
+    for (size_t cut = 0; cut <= movetext.size(); cut += 3) {
+        const std::string text = '%' + std::string(Block - tags.size() - cut - 2, 'x') + '\n' + tags + movetext;
+        std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
+        ASSERT_NE(file, nullptr);
+        ASSERT_EQ(std::fwrite(text.data(), 1, text.size(), file.get()), text.size());
+        std::rewind(file.get());
+        PgnGameStorage storage;
+        std::vector<ReadGame> games;
+        auto keep = [](PgnGame* read, int32_t hasComment, int32_t movesRead, intptr_t context) {
+            reinterpret_cast<std::vector<ReadGame>*>(context)->push_back(Capture(*read, hasComment, movesRead));
+            return 1;
+        };
+        PgnReadGames(PgnSource{file.get(), nullptr, 0}, storage.Game(), 0, "NBRQK", keep,
+                     reinterpret_cast<intptr_t>(&games));
+        ASSERT_EQ(games.size(), 1u) << "block ends " << cut << " characters into the movetext";
+        EXPECT_EQ(games[0].Record(), expected) << "block ends " << cut << " characters into the movetext";
+    }
 }
 
 }  // namespace
