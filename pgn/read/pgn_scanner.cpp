@@ -130,10 +130,12 @@ int32_t TrimStringValue(char* token, int32_t length)
     while (lead < length && IsStringBlank(token[lead])) {
         ++lead;
     }
-    for (int32_t i = lead; i < length; ++i) {
-        token[i - lead] = token[i];
+    if (lead != 0) {
+        for (int32_t i = lead; i < length; ++i) {
+            token[i - lead] = token[i];
+        }
+        length -= lead;
     }
-    length -= lead;
     token[length] = '\0';
     return length;
 }
