@@ -140,30 +140,6 @@ int32_t TrimStringValue(char* token, int32_t length)
     return length;
 }
 
-// A string that closes inside the buffered block, with no backslash or line
-// end and fewer than 255 characters, read straight from the block; `next`
-// stands on its opening quote. Returns false, having read nothing, for any
-// other string.
-bool ScanShortString(PgnInput& source, const uint8_t* next, char* token, int32_t* length)
-{
-    const uint8_t* limit = source.Limit();
-    const uint8_t* first = ++next;
-    const uint8_t* end = limit - next > PgnMaxTokenLength ? next + PgnMaxTokenLength : limit;
-    for (; next != end; ++next) {
-        uint8_t c = *next;
-        if (c == '"') {
-            source.Take(next + 1);
-            *length = TrimStringValue(token, static_cast<int32_t>(next - first));
-            return true;
-        }
-        if (c == '\\' || HasPgnClass(c, PgnLineEnd)) {
-            return false;
-        }
-        token[next - first] = static_cast<char>(c);
-    }
-    return false;
-}
-
 // A quoted string's value, behind the opening quote. Escapes are kept as they
 // stand: a backslash takes the byte behind it along into the value.
 int32_t ReadString(Cursor& input, char* token)
@@ -228,14 +204,34 @@ int32_t ScanToken(Cursor& input, char* token, int32_t* isString)
 
 }  // namespace
 
+const uint8_t* PgnScanBlockString(const uint8_t* quote, const uint8_t* limit, char* token, int32_t* length)
+{
+    const uint8_t* first = quote + 1;
+    const uint8_t* end = limit - first > PgnMaxTokenLength ? first + PgnMaxTokenLength : limit;
+    for (const uint8_t* next = first; next != end; ++next) {
+        uint8_t c = *next;
+        if (c == '"') {
+            *length = TrimStringValue(token, static_cast<int32_t>(next - first));
+            return next + 1;
+        }
+        if (c == '\\' || HasPgnClass(c, PgnLineEnd)) {
+            return nullptr;
+        }
+        token[next - first] = static_cast<char>(c);
+    }
+    return nullptr;
+}
+
 int32_t PgnScanInGeneral(PgnInput& source, char* token, int32_t* isString)
 {
     // Tag values, the most common strings, mostly lie inside the block.
     int32_t length;
-    if (source.Next() != source.Limit() && *source.Next() == '"' &&
-        ScanShortString(source, source.Next(), token, &length)) {
-        *isString = 1;
-        return length;
+    if (source.Next() != source.Limit() && *source.Next() == '"') {
+        if (const uint8_t* end = PgnScanBlockString(source.Next(), source.Limit(), token, &length)) {
+            source.Take(end);
+            *isString = 1;
+            return length;
+        }
     }
     Cursor input(source);
     length = ScanToken(input, token, isString);

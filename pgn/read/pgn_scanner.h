@@ -48,6 +48,14 @@ inline bool HasPgnClass(uint8_t c, uint8_t bits)
     return (PgnCharClass.bits[c] & bits) != 0;
 }
 
+// A quoted string that closes inside the buffered block ending at `limit`,
+// with no backslash or line end and fewer than 255 characters, read straight
+// from the block; `quote` stands on its opening quote. Puts the value, with
+// the blanks taken off both ends, into `token` (PgnTokenSize characters) and
+// its length into *length, and returns where the string ends behind its
+// closing quote. Returns null for any other string, `token` then undefined.
+const uint8_t* PgnScanBlockString(const uint8_t* quote, const uint8_t* limit, char* token, int32_t* length);
+
 // PgnNextToken for any token; the inline part below takes the common ones.
 int32_t PgnScanInGeneral(PgnInput& input, char* token, int32_t* isString);
 
