@@ -156,7 +156,7 @@ int32_t FindPgnTag(const char* name, size_t length)
             break;
         }
         const char* candidate = PgnTagNames[number - 1];
-        if ((candidate[0] | 0x20) == folded && strcasecmp(name, candidate) == 0) {
+        if ((candidate[0] | 0x20) == folded && strncasecmp(name, candidate, length) == 0) {
             return number;
         }
     }

@@ -10,8 +10,9 @@
 #include "pgn/read/pgn_read.h"
 #include "pgn/read/read_context.h"
 
-// Tag number 1 to 20 of a tag name of `length` characters, compared without
-// regard to case; 0 for a name that is not one of PgnTagNames.
+// Tag number 1 to 20 of a tag name of `length` characters, which need not
+// be followed by a NUL, compared without regard to case; 0 for a name that
+// is not one of PgnTagNames.
 int32_t FindPgnTag(const char* name, size_t length);
 
 // Result number 0 to 3 of a movetext token ("*", "1-0", "1:0", "0-1", "1/2",
