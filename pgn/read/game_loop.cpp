@@ -24,8 +24,12 @@ public:
         try {
             StartGame();
             for (;;) {
-                if (inMoves_ && !inTag_) {
-                    TakeMovetextRun();
+                if (!inTag_) {
+                    if (inMoves_) {
+                        TakeMovetextRun();
+                    } else {
+                        TakeTagLines();
+                    }
                 }
                 if (TakeToken() && Finish() == 0) {
                     return 1;
@@ -130,6 +134,62 @@ private:
                 closeCount_ = 0;
             }
             next = end;
+        }
+        input.Take(next);
+    }
+
+    // Passes over white space in the buffered block; returns where it ends.
+    static const uint8_t* SkipBlanks(const uint8_t* next, const uint8_t* limit)
+    {
+        while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
+            ++next;
+        }
+        return next;
+    }
+
+    // Takes the tag lines ahead of the movetext that lie whole in the buffered
+    // block, '[', a name, a string the block scan reads, ']', straight from
+    // the block, with the effect their four tokens have. Stops in front of
+    // anything else, and of a value that starts with "]" (which closes the
+    // tag before it is stored); the token path takes that.
+    void TakeTagLines()
+    {
+        PgnInput& input = reader_.input;
+        const uint8_t* next = input.Next();
+        const uint8_t* limit = input.Limit();
+        for (;;) {
+            next = SkipBlanks(next, limit);
+            if (next == limit || *next != '[') {
+                break;
+            }
+            const uint8_t* name = SkipBlanks(next + 1, limit);
+            if (name == limit || HasPgnClass(*name, PgnSingle | PgnStop) || *name == '%') {
+                break;
+            }
+            const uint8_t* nameEnd = PgnOrdinaryTokenEnd(name, limit);
+            if (nameEnd == nullptr) {
+                break;
+            }
+            const uint8_t* quote = SkipBlanks(nameEnd, limit);
+            if (quote == limit || *quote != '"') {
+                break;
+            }
+            int32_t length;
+            const uint8_t* valueEnd = PgnScanBlockString(quote, limit, token_, &length);
+            if (valueEnd == nullptr || token_[0] == ']') {
+                break;
+            }
+            const uint8_t* close = SkipBlanks(valueEnd, limit);
+            if (close == limit || *close != ']') {
+                break;
+            }
+            int32_t number = FindPgnTag(reinterpret_cast<const char*>(name), static_cast<size_t>(nameEnd - name));
+            if (number > 0) {
+                StorePgnTag(game_, number, token_);
+                ++tagCount_;
+            }
+            currentTag_ = 0;
+            next = close + 1;
         }
         input.Take(next);
     }

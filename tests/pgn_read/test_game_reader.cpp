@@ -150,7 +150,7 @@ TEST(PgnGameReader, ReadStopsWhenTheCallbackSaysSo)
     EXPECT_EQ(PgnReadGames(source, nullptr, 0, nullptr, nullptr, 0), 0);
 }
 
-TEST(PgnGameReader, MovetextWordsKeepTheirMeaningFromTheBlock)
+TEST(PgnGameReader, TagsAndMovetextKeepTheirMeaningFromTheBlock)
 {
     // Move numbers with and without dots, moves glued to them, a move broken
     // behind a hyphen and a word that reads as a result.
@@ -159,14 +159,14 @@ TEST(PgnGameReader, MovetextWordsKeepTheirMeaningFromTheBlock)
         << "\"e2-\" \"e4\" is one word, illegal here, and ends the line";
     EXPECT_EQ(game.Tag(TagResult), "0-1");
 
-    // A file comes in blocks of 64 KiB: wherever a block ends in the
-    // movetext, the file gives the game the same text gives from memory.
+    // A file comes in blocks of 64 KiB: wherever a block ends in the tags or
+    // the movetext, the file gives the game the same text gives from memory.
     constexpr size_t Block = 1 << 16;
-    const std::string movetext = "1. e4 e5 2.Nf3 Nc6 3. Bb5 a6 4. Ba4 Nf6 5. O-O Be7 6. Re1 b5 $1 7. Bb3 d6 1/2-1/2\n";
-    const std::string tags = "[Event \"e\"]\n";
-    const std::string expected = ReadOne(tags + movetext).Record();
-    for (size_t cut = 0; cut <= movetext.size(); cut += 3) {
-        const std::string text = '%' + std::string(Block - tags.size() - cut - 2, 'x') + '\n' + tags + movetext;
+    const std::string pgn = "[Event \"e\"]\n[White \" Some One \"] [Black\"b\"]\n[Opening \"x\"]\n"
+                             "1. e4 e5 2.Nf3 Nc6 3. Bb5 a6 4. Ba4 Nf6 5. O-O Be7 6. Re1 b5 $1 7. Bb3 d6 1/2-1/2\n";
+    const std::string expected = ReadOne(pgn).Record();
+    for (size_t cut = 0; cut <= pgn.size(); cut += 3) {
+        const std::string text = '%' + std::string(Block - cut - 2, 'x') + '\n' + pgn;
         std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
         ASSERT_NE(file, nullptr);
         ASSERT_EQ(std::fwrite(text.data(), 1, text.size(), file.get()), text.size());
@@ -179,8 +179,9 @@ TEST(PgnGameReader, MovetextWordsKeepTheirMeaningFromTheBlock)
         };
         PgnReadGames(PgnSource{file.get(), nullptr, 0}, storage.Game(), 0, "NBRQK", keep,
                      reinterpret_cast<intptr_t>(&games));
-        ASSERT_EQ(games.size(), 1u) << "block ends " << cut << " characters into the movetext";
-        EXPECT_EQ(games[0].Record(), expected) << "block ends " << cut << " characters into the movetext";
+        ASSERT_EQ(games.size(), 1u) << "block ends " << cut << " characters into the game";
+        EXPECT_EQ(games[0].Record() + games[0].Tag(TagWhite) + games[0].Tag(TagBlack), expected + "Some Oneb")
+            << "block ends " << cut << " characters into the game";
     }
 }
 
