@@ -224,10 +224,15 @@ void PgnPieceLetters::Set(const char* letters)
                       : c == 'e'                       ? TailE
                       : IsFileLetter(c)                ? TailFile
                                                        : 0;
-        head_[code] = IsFileLetter(c)  ? HeadFile
-                      : IsRankDigit(c) ? HeadRank
-                      : piece != 0     ? static_cast<uint8_t>(HeadPiece | piece)
-                                       : 0;
+        if (IsFileLetter(c)) {
+            head_[code] = {7u << FromFileShift, FromFileGiven | static_cast<uint32_t>(c - 'a') << FromFileShift};
+        } else if (IsRankDigit(c)) {
+            head_[code] = {7u << FromRankShift, FromRankGiven | static_cast<uint32_t>(c - '1') << FromRankShift};
+        } else if (piece != 0) {
+            head_[code] = {PieceMask, piece};
+        } else {
+            head_[code] = {0, 0};
+        }
     }
 }
 

@@ -58,15 +58,25 @@ public:
     enum : uint8_t { TailPromotion = 0x10, TailP = 0x20, TailRank = 0x30, TailE = 0x40, TailFile = 0x50 };
     uint8_t TailClass(char c) const { return tail_[static_cast<uint8_t>(c)]; }
 
-    // What a character means in front of the target file: a file letter, a
-    // rank digit, a piece (HeadPiece plus its number 2 to 6), or nothing (0).
-    enum : uint8_t { HeadFile = 0x10, HeadRank = 0x20, HeadPiece = 0x30 };
-    uint8_t HeadClass(char c) const { return head_[static_cast<uint8_t>(c)]; }
+    // What a character in front of the target file makes of a MoveToken: a
+    // file letter gives the from-file, a rank digit the from-rank, a piece
+    // letter the piece, each in place of what stood there; any other
+    // character leaves it alone.
+    uint32_t WithHead(uint32_t word, char c) const
+    {
+        const HeadStep& step = head_[static_cast<uint8_t>(c)];
+        return (word & ~step.clear) | step.set;
+    }
 
 private:
+    struct HeadStep {
+        uint32_t clear;  // the field the character gives
+        uint32_t set;    // its value, with the bit that tells it is given
+    };
+
     char letters_[6] = {};
     uint8_t tail_[256] = {};
-    uint8_t head_[256] = {};
+    HeadStep head_[256] = {};
 };
 
 // True for a text that is never a move: empty, starting with ".", or starting
@@ -135,24 +145,10 @@ inline int32_t ParseMoveToken(const PgnPieceLetters& pieceLetters, const char* t
     } else {
         word |= NoToRank;
     }
+    // Walking to the front, the first of two characters that give one
+    // field wins.
     for (int32_t i = fileAt - 1; i >= 0; --i) {
-        char c = text[i];
-        uint8_t meaning = pieceLetters.HeadClass(c);
-        switch (meaning & 0xF0) {
-        case PgnPieceLetters::HeadFile:
-            word = (word & ~(7u << FromFileShift)) | FromFileGiven |
-                   (static_cast<uint32_t>(c - 'a') << FromFileShift);
-            break;
-        case PgnPieceLetters::HeadRank:
-            word = (word & ~(7u << FromRankShift)) | FromRankGiven |
-                   (static_cast<uint32_t>(c - '1') << FromRankShift);
-            break;
-        case PgnPieceLetters::HeadPiece:
-            word = (word & ~PieceMask) | (meaning & 7);
-            break;
-        default:
-            break;
-        }
+        word = pieceLetters.WithHead(word, text[i]);
     }
     *token = word;
     return 1;
