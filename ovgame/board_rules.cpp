@@ -232,7 +232,7 @@ void PlaceMan(Position& pos, int square, uint8_t code)
 }
 
 // Takes the man on `square` off, if there is one.
-void RemoveMan(Position& pos, int square)
+inline void RemoveMan(Position& pos, int square)
 {
     const uint8_t code = pos.squares[square];
     if (!IsPiece(code))
@@ -246,7 +246,7 @@ void RemoveMan(Position& pos, int square)
 }
 
 // Moves the man on `from`, if there is one, to `to`, taking what stands there.
-void MoveMan(Position& pos, int from, int to)
+inline void MoveMan(Position& pos, int from, int to)
 {
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code))
@@ -612,42 +612,64 @@ bool InCheck(const Position& pos, Color color)
     return king != NoSquare && IsAttacked(pos, king, Color(color ^ 1));
 }
 
-void MakeMove(Position& pos, int from, int to, Kind promotion)
+namespace {
+
+// What every move does besides moving men: the castling rights the squares
+// left and reached end, no en passant file, the other side to move.
+inline void PassTurn(Position& pos, int from, int to, Color own)
+{
+    pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
+    pos.epFile = 0;
+    pos.side = uint8_t(own ^ 1);
+    ++pos.ply;
+}
+
+// A move that does more than move one man: a pawn's promotion, double step
+// or capture en passant, castling; or a move from an empty square, which
+// only passes the turn.
+[[gnu::noinline]] void MakeRareMove(Position& pos, int from, int to, Kind promotion)
 {
     const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
-    if (kind != NoKind) {
-        if (IsPiece(pos.squares[to]))
-            RemoveMan(pos, to);
-        else if (kind == Pawn && FileOf(from) != FileOf(to))
-            RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
-        else if (kind == King && IsCastling(from, to))
-            MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
-        const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
-        pos.squares[to] = code;
-        pos.squares[from] = DrvEmpty;
-        pos.occupied[own] ^= bits;
-        pos.kinds[kind] ^= bits;
-        if (kind == King)
-            pos.kingSquare[own] = uint8_t(to);
+    if (kind == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to]))
+        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+    else if (kind == King)
+        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+    MoveMan(pos, from, to);
+    PassTurn(pos, from, to, own);
+    if (kind != Pawn)
+        return;
+    if (RankOf(to) == 7 || RankOf(to) == 0) {
+        RemoveMan(pos, to);
+        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+    } else if (to - from == 16 || from - to == 16) {
+        // Only a double step that an enemy pawn beside it could take sets the file.
+        const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
+        const int f = FileOf(to);
+        if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
+            pos.epFile = uint8_t(f + 1);
     }
-    pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
-    pos.epFile = 0;
-    if (kind == Pawn) {
-        if (RankOf(to) == 7 || RankOf(to) == 0) {
-            RemoveMan(pos, to);
-            PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
-        } else if (to - from == 16 || from - to == 16) {
-            // Only a double step that an enemy pawn beside it could take sets the file.
-            const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
-            const int f = FileOf(to);
-            if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
-                pos.epFile = uint8_t(f + 1);
-        }
+}
+
+}  // namespace
+
+void MakeMove(Position& pos, int from, int to, Kind promotion)
+{
+    const uint8_t code = pos.squares[from];
+    const Kind kind = KindOf(code);
+    // Most moves move one man, perhaps taking another; the rest stay out of
+    // line, so that these pass with little to set up.
+    const bool plain = kind == Pawn ? RankOf(to) != 7 && RankOf(to) != 0 && to - from != 16 && from - to != 16 &&
+                                          (FileOf(from) == FileOf(to) || IsPiece(pos.squares[to]))
+                       : kind == King ? !IsCastling(from, to)
+                                      : kind != NoKind;
+    if (!plain) {
+        MakeRareMove(pos, from, to, promotion);
+        return;
     }
-    pos.side = uint8_t(own ^ 1);
-    ++pos.ply;
+    MoveMan(pos, from, to);
+    PassTurn(pos, from, to, ColorOf(code));
 }
 
 namespace {
