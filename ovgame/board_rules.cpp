@@ -110,15 +110,12 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
-// For each pair of squares: the direction of KingSteps leading from the first
-// to the second (-1 when they share no line) and the steps along it, the
-// squares strictly between them on that line and those beyond the second,
-// and the squares a man on the first meets before the second in the order of
-// TargetsOf: on a line, the rays of the earlier directions and the squares
-// between; a knight's step away, the knight steps of the earlier directions.
+// For each pair of squares on a line: the squares strictly between them and
+// those beyond the second; and the squares a man on the first meets before
+// the second in the order of TargetsOf: on a line, the rays of the earlier
+// directions and the squares between; a knight's step away, the knight steps
+// of the earlier directions.
 struct PairTable {
-    int8_t direction[64][64];
-    int8_t distance[64][64];
     uint64_t between[64][64];
     uint64_t beyond[64][64];
     uint64_t preceding[64][64];
@@ -128,16 +125,12 @@ constexpr PairTable MakePairTable()
 {
     PairTable table{};
     for (int from = 0; from < 64; ++from) {
-        for (int to = 0; to < 64; ++to)
-            table.direction[from][to] = -1;
         uint64_t earlierRays = 0;
         uint64_t earlierSteps = 0;
         for (int d = 0; d < 8; ++d) {
             uint64_t passed = 0;
             for (int n = 0; n < Rays.length[from][d]; ++n) {
                 const int sq = Rays.squares[from][d][n];
-                table.direction[from][sq] = int8_t(d);
-                table.distance[from][sq] = int8_t(n + 1);
                 table.between[from][sq] = passed;
                 table.beyond[from][sq] = Masks.ray[sq][d];
                 table.preceding[from][sq] = earlierRays | passed;
@@ -168,8 +161,9 @@ int RayReach(const Position& pos, int from, int d, Color own)
     const uint64_t blockers = Masks.ray[from][d] & (pos.occupied[0] | pos.occupied[1]);
     if (blockers == 0)
         return Rays.length[from][d];
+    // The squares up to the first man: those of the ray less those beyond him.
     const int first = FirstBlocker(blockers, d);
-    return Pairs.distance[from][first] - int((pos.occupied[own] >> first) & 1);
+    return Rays.length[from][d] - Rays.length[first][d] - int((pos.occupied[own] >> first) & 1);
 }
 
 // The place of `to` among the targets of a slider of `own` on `from` whose
