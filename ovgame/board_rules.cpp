@@ -114,11 +114,16 @@ constexpr bool RayAscends(int d)
 // those beyond the second; and the squares a man on the first meets before
 // the second in the order of TargetsOf: on a line, the rays of the earlier
 // directions and the squares between; a knight's step away, the knight steps
-// of the earlier directions.
+// of the earlier directions. The sets of one pair lie together, since a
+// slider's move reads both the squares between and those preceding.
+struct PairSquares {
+    uint64_t between;
+    uint64_t beyond;
+    uint64_t preceding;
+};
+
 struct PairTable {
-    uint64_t between[64][64];
-    uint64_t beyond[64][64];
-    uint64_t preceding[64][64];
+    PairSquares at[64][64];
 };
 
 constexpr PairTable MakePairTable()
@@ -131,14 +136,14 @@ constexpr PairTable MakePairTable()
             uint64_t passed = 0;
             for (int n = 0; n < Rays.length[from][d]; ++n) {
                 const int sq = Rays.squares[from][d][n];
-                table.between[from][sq] = passed;
-                table.beyond[from][sq] = Masks.ray[sq][d];
-                table.preceding[from][sq] = earlierRays | passed;
+                table.at[from][sq].between = passed;
+                table.at[from][sq].beyond = Masks.ray[sq][d];
+                table.at[from][sq].preceding = earlierRays | passed;
                 passed |= uint64_t{1} << sq;
             }
             earlierRays |= passed;
             if (const int sq = KnightTable.to[from][d]; sq >= 0) {
-                table.preceding[from][sq] = earlierSteps;
+                table.at[from][sq].preceding = earlierSteps;
                 earlierSteps |= uint64_t{1} << sq;
             }
         }
@@ -173,12 +178,12 @@ int RayReach(const Position& pos, int from, int d, Color own)
 inline int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
 {
     const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
-    if (((lines >> to) & 1) == 0 || (Pairs.between[from][to] & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
+    if (((lines >> to) & 1) == 0 || (Pairs.at[from][to].between & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
         return -1;
-    const uint64_t earlier = Pairs.preceding[from][to] & lines;
+    const uint64_t earlier = Pairs.at[from][to].preceding & lines;
     uint64_t hidden = pos.occupied[own];
     for (uint64_t men = earlier & allMen; men != 0; men &= men - 1)
-        hidden |= Pairs.beyond[from][std::countr_zero(men)];
+        hidden |= Pairs.at[from][std::countr_zero(men)].beyond;
     return CountBits(earlier & ~hidden);
 }
 
@@ -294,7 +299,7 @@ int StepAt(const Position& pos, const StepTable& table, int from, Color own, int
 int StepPlace(const Position& pos, uint64_t steps, int from, int to, Color own)
 {
     const uint64_t free = steps & ~pos.occupied[own];
-    return ((free >> to) & 1) ? CountBits(free & Pairs.preceding[from][to]) : -1;
+    return ((free >> to) & 1) ? CountBits(free & Pairs.at[from][to].preceding) : -1;
 }
 
 // Whether a king's move from `from` to `to` is a castling move.
@@ -315,7 +320,7 @@ inline bool AttackedAmong(const Position& pos, int square, Color by, uint64_t me
     uint64_t sliders = (((pos.kinds[Rook] | queens) & Masks.straight[square]) |
                         ((pos.kinds[Bishop] | queens) & Masks.diagonal[square])) & men;
     for (; sliders != 0; sliders &= sliders - 1) {
-        if ((Pairs.between[square][std::countr_zero(sliders)] & occupied) == 0)
+        if ((Pairs.at[square][std::countr_zero(sliders)].between & occupied) == 0)
             return true;
     }
     return false;
