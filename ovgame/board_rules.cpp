@@ -110,12 +110,11 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
-// For each pair of squares on a line: the squares strictly between them and
-// those beyond the second; and the squares a man on the first meets before
-// the second in the order of TargetsOf: on a line, the rays of the earlier
-// directions and the squares between; a knight's step away, the knight steps
-// of the earlier directions. The sets of one pair lie together, since a
-// slider's move reads both the squares between and those preceding.
+// For each pair of squares on a line: the squares strictly between them,
+// those beyond the second, and those a slider on the first meets before the
+// second in the order of TargetsOf (the rays of the earlier directions and
+// the squares between). The sets of one pair lie together, since a slider's
+// move reads both the squares between and those preceding.
 struct PairSquares {
     uint64_t between;
     uint64_t beyond;
@@ -131,7 +130,6 @@ constexpr PairTable MakePairTable()
     PairTable table{};
     for (int from = 0; from < 64; ++from) {
         uint64_t earlierRays = 0;
-        uint64_t earlierSteps = 0;
         for (int d = 0; d < 8; ++d) {
             uint64_t passed = 0;
             for (int n = 0; n < Rays.length[from][d]; ++n) {
@@ -142,14 +140,32 @@ constexpr PairTable MakePairTable()
                 passed |= uint64_t{1} << sq;
             }
             earlierRays |= passed;
-            if (const int sq = KnightTable.to[from][d]; sq >= 0) {
-                table.at[from][sq].preceding = earlierSteps;
-                earlierSteps |= uint64_t{1} << sq;
-            }
         }
     }
     return table;
 }
+
+// A square from which every knight and king step stays on the board.
+constexpr int StepCenter = SquareOf(3, 3);
+constexpr int StepOffset(const Step& step) { return step.file + 8 * step.rank; }
+
+// For each knight or king step, indexed by its difference of squares plus 17
+// (the two men's differences never coincide): the squares of the same man's
+// steps that come before it in step order, taken from StepCenter. Rotated to
+// any other square, the steps that would leave the board land on squares no
+// step of that man reaches, since no two of its steps differ by a multiple of
+// 64.
+constexpr std::array<uint64_t, 35> EarlierSteps = [] {
+    std::array<uint64_t, 35> table{};
+    for (const auto* steps : {&KnightSteps, &KingSteps}) {
+        uint64_t earlier = 0;
+        for (const Step& step : *steps) {
+            table[size_t(StepOffset(step) + 17)] = earlier;
+            earlier |= uint64_t{1} << (StepCenter + StepOffset(step));
+        }
+    }
+    return table;
+}();
 
 constexpr PairTable Pairs = MakePairTable();
 
@@ -299,7 +315,9 @@ int StepAt(const Position& pos, const StepTable& table, int from, Color own, int
 int StepPlace(const Position& pos, uint64_t steps, int from, int to, Color own)
 {
     const uint64_t free = steps & ~pos.occupied[own];
-    return ((free >> to) & 1) ? CountBits(free & Pairs.at[from][to].preceding) : -1;
+    if (((free >> to) & 1) == 0)
+        return -1;
+    return CountBits(free & std::rotl(EarlierSteps[size_t(to - from + 17)], from - StepCenter));
 }
 
 // Whether a king's move from `from` to `to` is a castling move.
