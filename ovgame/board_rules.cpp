@@ -110,19 +110,19 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
-// For each pair of squares on a line: the squares strictly between them,
-// those beyond the second, and those a slider on the first meets before the
-// second in the order of TargetsOf (the rays of the earlier directions and
-// the squares between). The sets of one pair lie together, since a slider's
-// move reads both the squares between and those preceding.
+// For each pair of squares on a line: the squares strictly between them and
+// those a slider on the first meets before the second in the order of
+// TargetsOf (the rays of the earlier directions and the squares between),
+// which a slider's move reads together; and apart, the squares beyond the
+// second, read only where men stand on the earlier rays.
 struct PairSquares {
     uint64_t between;
-    uint64_t beyond;
     uint64_t preceding;
 };
 
 struct PairTable {
     PairSquares at[64][64];
+    uint64_t beyond[64][64];
 };
 
 constexpr PairTable MakePairTable()
@@ -135,7 +135,7 @@ constexpr PairTable MakePairTable()
             for (int n = 0; n < Rays.length[from][d]; ++n) {
                 const int sq = Rays.squares[from][d][n];
                 table.at[from][sq].between = passed;
-                table.at[from][sq].beyond = Masks.ray[sq][d];
+                table.beyond[from][sq] = Masks.ray[sq][d];
                 table.at[from][sq].preceding = earlierRays | passed;
                 passed |= uint64_t{1} << sq;
             }
@@ -199,7 +199,7 @@ inline int SliderPlace(const Position& pos, int from, int to, Color own, uint64_
     const uint64_t earlier = Pairs.at[from][to].preceding & lines;
     uint64_t hidden = pos.occupied[own];
     for (uint64_t men = earlier & allMen; men != 0; men &= men - 1)
-        hidden |= Pairs.at[from][std::countr_zero(men)].beyond;
+        hidden |= Pairs.beyond[from][std::countr_zero(men)];
     return CountBits(earlier & ~hidden);
 }
 
