@@ -612,7 +612,7 @@ int TargetAt(const Position& pos, int from, int place)
     for (int d = first; d < 8; d += step) {
         const int reach = RayReach(pos, from, d, ColorOf(code));
         if (place < reach)
-            return Rays.squares[from][d][place];
+            return from + (place + 1) * StepOffset(KingSteps[d]);
         place -= reach;
     }
     return -1;
