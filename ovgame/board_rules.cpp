@@ -145,6 +145,8 @@ constexpr PairTable MakePairTable()
     return table;
 }
 
+constexpr PairTable Pairs = MakePairTable();
+
 // A square from which every knight and king step stays on the board.
 constexpr int StepCenter = SquareOf(3, 3);
 constexpr int StepOffset(const Step& step) { return step.file + 8 * step.rank; }
@@ -166,8 +168,6 @@ constexpr std::array<uint64_t, 35> EarlierSteps = [] {
     }
     return table;
 }();
-
-constexpr PairTable Pairs = MakePairTable();
 
 // The first square holding a man along the ray in direction `d`; `blockers`
 // are the men on the ray, not empty.
