@@ -110,50 +110,64 @@ constexpr bool RayAscends(int d)
     return KingSteps[d].rank > 0 || (KingSteps[d].rank == 0 && KingSteps[d].file > 0);
 }
 
-// For each pair of squares: the direction of KingSteps leading from the first
-// to the second (-1 when they share no line) and the steps along it, the
-// squares strictly between them on that line and those beyond the second,
-// and the squares a man on the first meets before the second in the order of
-// TargetsOf: on a line, the rays of the earlier directions and the squares
-// between; a knight's step away, the knight steps of the earlier directions.
+// For each pair of squares on a line: the squares strictly between them and
+// those a slider on the first meets before the second in the order of
+// TargetsOf (the rays of the earlier directions and the squares between),
+// which a slider's move reads together; and apart, the squares beyond the
+// second, read only where men stand on the earlier rays.
+struct PairSquares {
+    uint64_t between;
+    uint64_t preceding;
+};
+
 struct PairTable {
-    int8_t direction[64][64];
-    int8_t distance[64][64];
-    uint64_t between[64][64];
+    PairSquares at[64][64];
     uint64_t beyond[64][64];
-    uint64_t preceding[64][64];
 };
 
 constexpr PairTable MakePairTable()
 {
     PairTable table{};
     for (int from = 0; from < 64; ++from) {
-        for (int to = 0; to < 64; ++to)
-            table.direction[from][to] = -1;
         uint64_t earlierRays = 0;
-        uint64_t earlierSteps = 0;
         for (int d = 0; d < 8; ++d) {
             uint64_t passed = 0;
             for (int n = 0; n < Rays.length[from][d]; ++n) {
                 const int sq = Rays.squares[from][d][n];
-                table.direction[from][sq] = int8_t(d);
-                table.distance[from][sq] = int8_t(n + 1);
-                table.between[from][sq] = passed;
+                table.at[from][sq].between = passed;
                 table.beyond[from][sq] = Masks.ray[sq][d];
-                table.preceding[from][sq] = earlierRays | passed;
+                table.at[from][sq].preceding = earlierRays | passed;
                 passed |= uint64_t{1} << sq;
             }
             earlierRays |= passed;
-            if (const int sq = KnightTable.to[from][d]; sq >= 0) {
-                table.preceding[from][sq] = earlierSteps;
-                earlierSteps |= uint64_t{1} << sq;
-            }
         }
     }
     return table;
 }
 
 constexpr PairTable Pairs = MakePairTable();
+
+// A square from which every knight and king step stays on the board.
+constexpr int StepCenter = SquareOf(3, 3);
+constexpr int StepOffset(const Step& step) { return step.file + 8 * step.rank; }
+
+// For each knight or king step, indexed by its difference of squares plus 17
+// (the two men's differences never coincide): the squares of the same man's
+// steps that come before it in step order, taken from StepCenter. Rotated to
+// any other square, the steps that would leave the board land on squares no
+// step of that man reaches, since no two of its steps differ by a multiple of
+// 64.
+constexpr std::array<uint64_t, 35> EarlierSteps = [] {
+    std::array<uint64_t, 35> table{};
+    for (const auto* steps : {&KnightSteps, &KingSteps}) {
+        uint64_t earlier = 0;
+        for (const Step& step : *steps) {
+            table[size_t(StepOffset(step) + 17)] = earlier;
+            earlier |= uint64_t{1} << (StepCenter + StepOffset(step));
+        }
+    }
+    return table;
+}();
 
 // The first square holding a man along the ray in direction `d`; `blockers`
 // are the men on the ray, not empty.
@@ -168,8 +182,9 @@ int RayReach(const Position& pos, int from, int d, Color own)
     const uint64_t blockers = Masks.ray[from][d] & (pos.occupied[0] | pos.occupied[1]);
     if (blockers == 0)
         return Rays.length[from][d];
+    // The squares up to the first man: those of the ray less those beyond him.
     const int first = FirstBlocker(blockers, d);
-    return Pairs.distance[from][first] - int((pos.occupied[own] >> first) & 1);
+    return Rays.length[from][d] - Rays.length[first][d] - int((pos.occupied[own] >> first) & 1);
 }
 
 // The place of `to` among the targets of a slider of `own` on `from` whose
@@ -179,9 +194,9 @@ int RayReach(const Position& pos, int from, int d, Color own)
 inline int SliderPlace(const Position& pos, int from, int to, Color own, uint64_t lines)
 {
     const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
-    if (((lines >> to) & 1) == 0 || (Pairs.between[from][to] & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
+    if (((lines >> to) & 1) == 0 || (Pairs.at[from][to].between & allMen) != 0 || ((pos.occupied[own] >> to) & 1))
         return -1;
-    const uint64_t earlier = Pairs.preceding[from][to] & lines;
+    const uint64_t earlier = Pairs.at[from][to].preceding & lines;
     uint64_t hidden = pos.occupied[own];
     for (uint64_t men = earlier & allMen; men != 0; men &= men - 1)
         hidden |= Pairs.beyond[from][std::countr_zero(men)];
@@ -232,7 +247,7 @@ void PlaceMan(Position& pos, int square, uint8_t code)
 }
 
 // Takes the man on `square` off, if there is one.
-void RemoveMan(Position& pos, int square)
+inline void RemoveMan(Position& pos, int square)
 {
     const uint8_t code = pos.squares[square];
     if (!IsPiece(code))
@@ -246,7 +261,7 @@ void RemoveMan(Position& pos, int square)
 }
 
 // Moves the man on `from`, if there is one, to `to`, taking what stands there.
-void MoveMan(Position& pos, int from, int to)
+inline void MoveMan(Position& pos, int from, int to)
 {
     const uint8_t code = pos.squares[from];
     if (!IsPiece(code))
@@ -300,7 +315,9 @@ int StepAt(const Position& pos, const StepTable& table, int from, Color own, int
 int StepPlace(const Position& pos, uint64_t steps, int from, int to, Color own)
 {
     const uint64_t free = steps & ~pos.occupied[own];
-    return ((free >> to) & 1) ? CountBits(free & Pairs.preceding[from][to]) : -1;
+    if (((free >> to) & 1) == 0)
+        return -1;
+    return CountBits(free & std::rotl(EarlierSteps[size_t(to - from + 17)], from - StepCenter));
 }
 
 // Whether a king's move from `from` to `to` is a castling move.
@@ -321,7 +338,7 @@ inline bool AttackedAmong(const Position& pos, int square, Color by, uint64_t me
     uint64_t sliders = (((pos.kinds[Rook] | queens) & Masks.straight[square]) |
                         ((pos.kinds[Bishop] | queens) & Masks.diagonal[square])) & men;
     for (; sliders != 0; sliders &= sliders - 1) {
-        if ((Pairs.between[square][std::countr_zero(sliders)] & occupied) == 0)
+        if ((Pairs.at[square][std::countr_zero(sliders)].between & occupied) == 0)
             return true;
     }
     return false;
@@ -595,7 +612,7 @@ int TargetAt(const Position& pos, int from, int place)
     for (int d = first; d < 8; d += step) {
         const int reach = RayReach(pos, from, d, ColorOf(code));
         if (place < reach)
-            return Rays.squares[from][d][place];
+            return from + (place + 1) * StepOffset(KingSteps[d]);
         place -= reach;
     }
     return -1;
@@ -612,42 +629,64 @@ bool InCheck(const Position& pos, Color color)
     return king != NoSquare && IsAttacked(pos, king, Color(color ^ 1));
 }
 
-void MakeMove(Position& pos, int from, int to, Kind promotion)
+namespace {
+
+// What every move does besides moving men: the castling rights the squares
+// left and reached end, no en passant file, the other side to move.
+inline void PassTurn(Position& pos, int from, int to, Color own)
+{
+    pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
+    pos.epFile = 0;
+    pos.side = uint8_t(own ^ 1);
+    ++pos.ply;
+}
+
+// A move that does more than move one man: a pawn's promotion, double step
+// or capture en passant, castling; or a move from an empty square, which
+// only passes the turn.
+[[gnu::noinline]] void MakeRareMove(Position& pos, int from, int to, Kind promotion)
 {
     const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
-    if (kind != NoKind) {
-        if (IsPiece(pos.squares[to]))
-            RemoveMan(pos, to);
-        else if (kind == Pawn && FileOf(from) != FileOf(to))
-            RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
-        else if (kind == King && IsCastling(from, to))
-            MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
-        const uint64_t bits = (uint64_t{1} << from) | (uint64_t{1} << to);
-        pos.squares[to] = code;
-        pos.squares[from] = DrvEmpty;
-        pos.occupied[own] ^= bits;
-        pos.kinds[kind] ^= bits;
-        if (kind == King)
-            pos.kingSquare[own] = uint8_t(to);
+    if (kind == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to]))
+        RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
+    else if (kind == King)
+        MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
+    MoveMan(pos, from, to);
+    PassTurn(pos, from, to, own);
+    if (kind != Pawn)
+        return;
+    if (RankOf(to) == 7 || RankOf(to) == 0) {
+        RemoveMan(pos, to);
+        PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
+    } else if (to - from == 16 || from - to == 16) {
+        // Only a double step that an enemy pawn beside it could take sets the file.
+        const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
+        const int f = FileOf(to);
+        if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
+            pos.epFile = uint8_t(f + 1);
     }
-    pos.castling &= uint8_t(~(CastlingLost.byFrom[from] | CastlingLost.byTo[to]));
-    pos.epFile = 0;
-    if (kind == Pawn) {
-        if (RankOf(to) == 7 || RankOf(to) == 0) {
-            RemoveMan(pos, to);
-            PlaceMan(pos, to, PieceCode(own, promotion >= Knight && promotion <= Queen ? promotion : Queen));
-        } else if (to - from == 16 || from - to == 16) {
-            // Only a double step that an enemy pawn beside it could take sets the file.
-            const uint8_t enemyPawn = PieceCode(Color(own ^ 1), Pawn);
-            const int f = FileOf(to);
-            if ((f > 0 && pos.squares[to - 1] == enemyPawn) || (f < 7 && pos.squares[to + 1] == enemyPawn))
-                pos.epFile = uint8_t(f + 1);
-        }
+}
+
+}  // namespace
+
+void MakeMove(Position& pos, int from, int to, Kind promotion)
+{
+    const uint8_t code = pos.squares[from];
+    const Kind kind = KindOf(code);
+    // Most moves move one man, perhaps taking another; the rest stay out of
+    // line, so that these pass with little to set up.
+    const bool plain = kind == Pawn ? RankOf(to) != 7 && RankOf(to) != 0 && to - from != 16 && from - to != 16 &&
+                                          (FileOf(from) == FileOf(to) || IsPiece(pos.squares[to]))
+                       : kind == King ? !IsCastling(from, to)
+                                      : kind != NoKind;
+    if (!plain) {
+        MakeRareMove(pos, from, to, promotion);
+        return;
     }
-    pos.side = uint8_t(own ^ 1);
-    ++pos.ply;
+    MoveMan(pos, from, to);
+    PassTurn(pos, from, to, ColorOf(code));
 }
 
 namespace {

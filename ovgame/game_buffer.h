@@ -117,10 +117,23 @@ extern constinit BufferTable liveBuffers;
 inline BufferTable& Buffers() { return liveBuffers; }
 
 // A move handle names the buffer slot, the tree generation and the node.
-uint32_t MoveHandle(const GameBuffer& game, uint32_t node);
+inline uint32_t MoveHandle(const GameBuffer& game, uint32_t node)
+{
+    const uint32_t slot = game.handle & BufferTable::SlotMask;
+    return (slot << 20) | (uint32_t(game.treeGeneration & 15) << 16) | node;
+}
 // The buffer and node of a move handle; null when the buffer is gone or the
-// tree has changed or the node is out of range.
-GameBuffer* FindMove(uint32_t move, uint32_t& node);
+// tree has changed or the node is out of range. Inline, since the host asks
+// for each move of a tree several times.
+inline GameBuffer* FindMove(uint32_t move, uint32_t& node)
+{
+    // The slot names the live buffer; the tree generation tells a stale move.
+    GameBuffer* game = Buffers().FindSlot(move >> 20);
+    if (game == nullptr || ((move >> 16) & 15) != (game->treeGeneration & 15u))
+        return nullptr;
+    node = move & 0xFFFF;
+    return node < game->nodes.size() ? game : nullptr;
+}
 
 // The text of a header field, looked up while it is pending.
 std::string_view FieldText(const GameBuffer& game, TextField field);

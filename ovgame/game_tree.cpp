@@ -50,25 +50,6 @@ void PutFieldText(GameBuffer& game, TextField field, const char* text)
     game.header.pendingTexts &= uint16_t(~(1u << field));
 }
 
-uint32_t MoveHandle(const GameBuffer& game, uint32_t node)
-{
-    const uint32_t slot = game.handle & BufferTable::SlotMask;
-    return (slot << 20) | (uint32_t(game.treeGeneration & 15) << 16) | node;
-}
-
-GameBuffer* FindMove(uint32_t move, uint32_t& node)
-{
-    const uint32_t slot = move >> 20;
-    if (slot == 0)
-        return nullptr;
-    // The slot names the live buffer; the tree generation tells a stale move.
-    GameBuffer* game = Buffers().FindSlot(slot);
-    if (game == nullptr || ((move >> 16) & 15) != (game->treeGeneration & 15u))
-        return nullptr;
-    node = move & 0xFFFF;
-    return node < game->nodes.size() ? game : nullptr;
-}
-
 void SyncBoard(GameBuffer& game)
 {
     game.boardStale = true;

@@ -2,11 +2,6 @@
 #include "ovgame/move_codec.h"
 
 namespace ovg {
-namespace {
-
-constexpr Kind PromotionKinds[4] = {Queen, Rook, Bishop, Knight};
-
-}  // namespace
 
 bool SkipLine(ByteReader& in)
 {
@@ -25,30 +20,6 @@ bool SkipLine(ByteReader& in)
         }
     }
     return !in.Failed();
-}
-
-bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion)
-{
-    int place = first & 0x0F;
-    int promo = 0;
-    if (place == TokenEscape) {
-        const uint8_t second = in.Byte();
-        if (in.Failed() || (second & 0x80))
-            return false;
-        place = second & 31;
-        promo = (second >> 5) & 3;
-    }
-    uint64_t men = pos.occupied[pos.side];
-    for (int rank = first >> 4; rank > 0 && men != 0; --rank)
-        men &= men - 1;
-    if (men == 0)
-        return false;
-    from = std::countr_zero(men);
-    to = TargetAt(pos, from, place);
-    if (to < 0)
-        return false;
-    promotion = IsPromotion(pos, from, to) ? PromotionKinds[promo] : NoKind;
-    return true;
 }
 
 bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>* order,

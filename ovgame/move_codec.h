@@ -50,9 +50,35 @@ inline MoveToken TokenOf(const Position& pos, int from, int place, Kind promotio
 bool EncodeTree(const GameBuffer& game, std::vector<uint8_t>& out, std::vector<uint32_t>* order,
                 int32_t& mainLength);
 
+// The kinds of the promotion codes of a token.
+inline constexpr Kind PromotionKinds[4] = {Queen, Rook, Bishop, Knight};
+
 // Reads one move token of `pos` (the first byte already read as `first`).
-// False for a damaged token.
-bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion);
+// False for a damaged token. Inline in the walk of a tree, which reads every
+// move of a game this way.
+inline bool ReadMove(ByteReader& in, uint8_t first, const Position& pos, int& from, int& to, Kind& promotion)
+{
+    int place = first & 0x0F;
+    int promo = 0;
+    if (place == TokenEscape) {
+        const uint8_t second = in.Byte();
+        if (in.Failed() || (second & 0x80))
+            return false;
+        place = second & 31;
+        promo = (second >> 5) & 3;
+    }
+    uint64_t men = pos.occupied[pos.side];
+    for (int rank = first >> 4; rank > 0 && men != 0; --rank)
+        men &= men - 1;
+    if (men == 0)
+        return false;
+    from = std::countr_zero(men);
+    to = TargetAt(pos, from, place);
+    if (to < 0)
+        return false;
+    promotion = IsPromotion(pos, from, to) ? PromotionKinds[promo] : NoKind;
+    return true;
+}
 
 // What a visitor of DecodeTree asks for after a move.
 enum class WalkAnswer { Go, SkipLine, Stop };
