@@ -86,6 +86,15 @@ private:
         } while (c != '\n' && c != '\r');
     }
 
+    // Passes over white space in the buffered block; returns where it ends.
+    static const uint8_t* SkipBlanks(const uint8_t* next, const uint8_t* limit)
+    {
+        while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
+            ++next;
+        }
+        return next;
+    }
+
     // Takes the commonest movetext tokens straight from the buffered block,
     // without copying them: move numbers and dots, which change nothing once
     // the movetext has begun, and words that start with a letter, which are
@@ -98,9 +107,7 @@ private:
         const uint8_t* next = input.Next();
         const uint8_t* limit = input.Limit();
         for (;;) {
-            while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
-                ++next;
-            }
+            next = SkipBlanks(next, limit);
             if (next == limit) {
                 break;
             }
@@ -136,15 +143,6 @@ private:
             next = end;
         }
         input.Take(next);
-    }
-
-    // Passes over white space in the buffered block; returns where it ends.
-    static const uint8_t* SkipBlanks(const uint8_t* next, const uint8_t* limit)
-    {
-        while (next != limit && HasPgnClass(*next, PgnWhiteSpace)) {
-            ++next;
-        }
-        return next;
     }
 
     // Takes the tag lines ahead of the movetext that lie whole in the buffered
