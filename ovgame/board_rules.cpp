@@ -406,31 +406,13 @@ int PawnAt(const Position& pos, int from, Color own, int place)
 
 int PawnPlace(const Position& pos, int from, int to, Color own)
 {
-    const int forward = own == White ? 8 : -8;
-    const int ahead = from + forward;
-    if (ahead < 0 || ahead > 63)
-        return -1;
-    const uint64_t allMen = pos.occupied[0] | pos.occupied[1];
-    const bool step = ((allMen >> ahead) & 1) == 0;
-    const bool doubleStep =
-        step && RankOf(from) == (own == White ? 1 : 6) && ((allMen >> (ahead + forward)) & 1) == 0;
-    if (to == ahead)
-        return step ? 0 : -1;
-    if (to == ahead + forward)
-        return doubleStep ? 1 : -1;
-    // The captures follow the pushes, towards the a-file first.
-    const uint64_t enemies = pos.occupied[own ^ 1];
-    const int epSquare =
-        pos.epFile != 0 && RankOf(ahead) == (own == White ? 5 : 2) ? SquareOf(pos.epFile - 1, RankOf(ahead)) : -1;
-    const auto takes = [&](int sq) {
-        return ((enemies >> sq) & 1) != 0 || (sq == epSquare && ((allMen >> sq) & 1) == 0);
-    };
-    const int file = FileOf(from);
-    const int pushes = int(step) + int(doubleStep);
-    if (file > 0 && to == ahead - 1)
-        return takes(to) ? pushes : -1;
-    if (file < 7 && to == ahead + 1)
-        return takes(to) ? pushes + int(file > 0 && takes(ahead - 1)) : -1;
+    const PawnTargetSet set = PawnTargetsOf(pos, from, own);
+    int place = 0;
+    for (int i = 0; i < 4; ++i) {
+        if (set.squares[i] == to)
+            return ((set.open >> i) & 1) ? place : -1;
+        place += int((set.open >> i) & 1);
+    }
     return -1;
 }
 
