@@ -169,6 +169,22 @@ constexpr std::array<uint64_t, 35> EarlierSteps = [] {
     return table;
 }();
 
+// For each set of open steps (bit d for step d) and place, the step at that
+// place among the open ones; 8 when fewer are open.
+constexpr std::array<std::array<uint8_t, 8>, 256> OpenSteps = [] {
+    std::array<std::array<uint8_t, 8>, 256> table{};
+    for (size_t open = 0; open < 256; ++open) {
+        size_t place = 0;
+        for (uint8_t d = 0; d < 8; ++d) {
+            if ((open >> d) & 1)
+                table[open][place++] = d;
+        }
+        for (; place < 8; ++place)
+            table[open][place] = 8;
+    }
+    return table;
+}();
+
 // The first square holding a man along the ray in direction `d`; `blockers`
 // are the men on the ray, not empty.
 int FirstBlocker(uint64_t blockers, int d)
@@ -301,12 +317,15 @@ bool CanTake(const Position& pos, int sq, Color own)
 // `table` it may take, in step order; -1 when it has fewer.
 int StepAt(const Position& pos, const StepTable& table, int from, Color own, int place)
 {
+    // The steps it may take as bits in step order, then the one at `place` by
+    // table: no branch on which squares its own men hold.
+    unsigned open = 0;
     for (int d = 0; d < 8; ++d) {
         const int to = table.to[from][d];
-        if (to >= 0 && CanTake(pos, to, own) && place-- == 0)
-            return to;
+        open |= unsigned((to >= 0) & CanTake(pos, to & 63, own)) << d;
     }
-    return -1;
+    const int d = OpenSteps[open][place & 7];
+    return place < 8 && d < 8 ? table.to[from][d] : -1;
 }
 
 // The place of `to` among the squares of `steps` (the knight's or the king's
