@@ -101,6 +101,27 @@ void PgnPutChar(char c, PgnSink& sink)
         sink.PgnTextData[sink.PgnTextUsed++] = c;
 }
 
+namespace {
+
+// Copies a token; those of a move or a number have at most eight bytes and
+// go as two overlapping words, without a call or a byte loop.
+void CopyToken(char* at, std::string_view text)
+{
+    const size_t size = text.size();
+    const char* from = text.data();
+    if (size >= 4 && size <= 8) {
+        std::memcpy(at, from, 4);
+        std::memcpy(at + size - 4, from + size - 4, 4);
+    } else if (size >= 2 && size < 4) {
+        std::memcpy(at, from, 2);
+        std::memcpy(at + size - 2, from + size - 2, 2);
+    } else {
+        std::memcpy(at, from, size);
+    }
+}
+
+}  // namespace
+
 void PgnPutText(PgnSink& sink, std::string_view text)
 {
     if (text.empty())
@@ -147,8 +168,7 @@ int32_t PgnPutToken(PgnSink& sink, std::string_view text, int32_t column, int32_
     if (char* at = sink.TakeRoom(size)) {
         if (separator != '\0')
             *at++ = separator;
-        for (char c : text)
-            *at++ = c;
+        CopyToken(at, text);
     } else {
         if (separator != '\0')
             PgnPutChar(separator, sink);
