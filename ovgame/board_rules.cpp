@@ -325,7 +325,7 @@ int StepAt(const Position& pos, const StepTable& table, int from, Color own, int
         open |= unsigned((to >= 0) & CanTake(pos, to & 63, own)) << d;
     }
     const int d = OpenSteps[open][place & 7];
-    return place < 8 && d < 8 ? table.to[from][d] : -1;
+    return unsigned(place) < 8 && d < 8 ? table.to[from][d] : -1;
 }
 
 // The place of `to` among the squares of `steps` (the knight's or the king's
