@@ -177,12 +177,13 @@ uint32_t SameContinuation(const GameBuffer& game, uint32_t node, int from, int t
 // game's bounds already hold.
 enum SignatureChange : uint8_t { CountsChange = 1, HomeChange = 2 };
 
-uint8_t SignatureChanges(const Position& pos, int from, int to)
+// `promotes`: whether the move is a pawn's promotion, which the caller knows.
+uint8_t SignatureChanges(const Position& pos, int from, int to, bool promotes)
 {
     constexpr uint64_t HomeRanks = 0x00FF00000000FF00ull;
     const bool pawn = KindOf(pos.squares[from]) == Pawn;
     const bool takes = IsPiece(pos.squares[to]);
-    const bool counts = takes || (pawn && (FileOf(from) != FileOf(to) || IsPromotion(pos, from, to)));
+    const bool counts = takes || promotes || (pawn && FileOf(from) != FileOf(to));
     const bool home = (pawn && ((HomeRanks >> from) & 1) != 0) || (takes && ((HomeRanks >> to) & 1) != 0);
     return uint8_t((counts ? CountsChange : 0) | (home ? HomeChange : 0));
 }
@@ -209,7 +210,7 @@ bool Accept(GameBuffer& game, int from, int to, Kind promotion)
         target = AppendChild(game, current, move);
         if (target == 0)
             return false;
-        changes = SignatureChanges(here, from, to);
+        changes = SignatureChanges(here, from, to, promo != NoKind);
     }
     game.positions.push_back(here);  // `here` is not used past this point
     Position& after = game.positions.back();

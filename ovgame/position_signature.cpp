@@ -45,12 +45,6 @@ GameSignature::GameSignature(const Signature& initial)
     std::copy(initial.count, initial.count + SignatureKinds, most);
 }
 
-void GameSignature::Add(const Signature& position)
-{
-    AddCounts(position.count);
-    KeepHome(position.home);
-}
-
 void GameSignature::AddCounts(const uint8_t* counts)
 {
     // A copy, so that the bounds are known not to overlap the counts.

@@ -29,7 +29,6 @@ struct GameSignature {
     // Starts from the initial position's signature.
     explicit GameSignature(const Signature& initial);
     GameSignature() = default;
-    void Add(const Signature& position);
     // Widens the count bounds by a position's counts.
     void AddCounts(const uint8_t* counts);
     // Keeps of homeAlways the home pawns a position has.
