@@ -650,7 +650,7 @@ inline void PassTurn(Position& pos, int from, int to, Color own)
     const uint8_t code = pos.squares[from];
     const Color own = ColorOf(code);
     const Kind kind = KindOf(code);
-    if (kind == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to]))
+    if (IsEnPassant(pos, from, to))
         RemoveMan(pos, SquareOf(FileOf(to), RankOf(from)));  // en passant
     else if (kind == King)
         MoveMan(pos, to > from ? from + 3 : from - 4, to > from ? from + 1 : from - 1);  // the rook
@@ -678,8 +678,8 @@ void MakeMove(Position& pos, int from, int to, Kind promotion)
     const Kind kind = KindOf(code);
     // Most moves move one man, perhaps taking another; the rest stay out of
     // line, so that these pass with little to set up.
-    const bool plain = kind == Pawn ? RankOf(to) != 7 && RankOf(to) != 0 && to - from != 16 && from - to != 16 &&
-                                          (FileOf(from) == FileOf(to) || IsPiece(pos.squares[to]))
+    const bool plain = kind == Pawn ? !IsPromotion(pos, from, to) && to - from != 16 && from - to != 16 &&
+                                          !IsEnPassant(pos, from, to)
                        : kind == King ? !IsCastling(from, to)
                                       : kind != NoKind;
     if (!plain) {
@@ -749,7 +749,7 @@ int LegalTargetPlace(const Position& pos, int from, int to)
             const int rookTo = to > from ? from + 1 : from - 1;
             occupied = (occupied & ~(uint64_t{1} << rookFrom)) | (uint64_t{1} << rookTo);
         }
-    } else if (kind == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to])) {
+    } else if (IsEnPassant(pos, from, to)) {
         const uint64_t taken = uint64_t{1} << SquareOf(FileOf(to), RankOf(from));  // en passant
         occupied &= ~taken;
         enemies &= ~taken;

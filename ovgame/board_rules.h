@@ -103,6 +103,12 @@ inline bool IsPromotion(const Position& pos, int from, int to)
 {
     return KindOf(pos.squares[from]) == Pawn && (RankOf(to) == 7 || RankOf(to) == 0);
 }
+// Whether the move from `from` to `to` is a pawn's capture en passant: a
+// change of file onto an empty square.
+inline bool IsEnPassant(const Position& pos, int from, int to)
+{
+    return KindOf(pos.squares[from]) == Pawn && FileOf(from) != FileOf(to) && !IsPiece(pos.squares[to]);
+}
 
 }  // namespace ovg
 
